@@ -1,0 +1,26 @@
+#pragma once
+// Row computation: reads a row's entries by role, runs the format's
+// procedure, and writes every index it yields into the display columns.
+#include <string_view>
+
+#include "effectsize/WorkingSet.h"
+#include "sheet/Sheet.h"
+
+namespace synthara::effectsize {
+
+// Computes rows firstRow..lastRow. Zero bounds are replaced, visibly to the
+// caller: firstRow by the first data row, lastRow by the grid's last row.
+void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& context);
+
+// Runs the procedure of `format` on a prepared working set. An unknown format,
+// or one whose procedure is not built yet, computes nothing.
+void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context);
+
+// Gives a procedure its four working cells from the 3-by-3 table `cells`
+// (1-based: cells[1][1] is A). With addFudge and a zero product, 0.5 is added
+// to all four and `added` is set. `paired` changes nothing.
+using Table2x2 = std::array<std::array<double, 4>, 4>;
+void RestoreVals(double& A, double& B, double& C, double& D, const Table2x2& cells, bool addFudge,
+                 bool& added, bool paired);
+
+}  // namespace synthara::effectsize

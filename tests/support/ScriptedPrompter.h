@@ -1,0 +1,31 @@
+#pragma once
+// A Prompter for tests: keeps every box shown and answers questions from a
+// script, so a test can assert the exact title and text the user would see.
+#include <deque>
+#include <vector>
+
+#include "ports/Prompter.h"
+
+namespace synthara::testing {
+
+class ScriptedPrompter final : public ports::Prompter {
+public:
+    struct Shown {
+        ports::Box box;
+        bool question = false;
+    };
+
+    void Message(const ports::Box& box) override { shown.push_back({box, false}); }
+    ports::Answer Ask(const ports::Box& box, ports::Buttons, ports::Answer byDefault) override {
+        shown.push_back({box, true});
+        if (answers.empty()) return byDefault;
+        auto answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+
+    std::vector<Shown> shown;
+    std::deque<ports::Answer> answers;
+};
+
+}  // namespace synthara::testing
