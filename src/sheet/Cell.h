@@ -2,15 +2,21 @@
 // One cell of the grid: empty, the text the user typed, or a computed number.
 // Text is shared and immutable, so copying a long formula trail from one index
 // to its siblings costs a reference, not a copy.
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace synthara::sheet {
 
+// Sixteen bytes: a sheet can hold tens of millions of cells, so the text is
+// reached through one counted pointer that shares the number's slot.
 class Cell {
-public:
+  public:
     Cell() = default;
+    Cell(const Cell& other) noexcept;
+    Cell(Cell&& other) noexcept;
+    Cell& operator=(const Cell& other) noexcept;
+    Cell& operator=(Cell&& other) noexcept;
+    ~Cell();
     static Cell FromText(std::string text);
     static Cell FromNumber(double value);
 
@@ -26,15 +32,20 @@ public:
     // The stored number; for a text cell, its conversion when it is numeric.
     // nullopt-like: returns false when the cell holds no number.
     bool TryNumber(double& out) const;
-    double Number() const { return number_; }  // only meaningful when IsNumber()
+    double Number() const { return IsNumber() ? number_ : 0; }  // 0 unless IsNumber()
 
     friend bool operator==(const Cell& a, const Cell& b);
 
-private:
+  private:
+    struct SharedText;  // the text with its reference count
     enum class Kind : unsigned char { Empty, Text, Number };
+    void Release() noexcept;
+
+    union {
+        double number_ = 0;
+        SharedText* text_;
+    };
     Kind kind_ = Kind::Empty;
-    double number_ = 0;
-    std::shared_ptr<const std::string> text_;
 };
 
 // Shortest round-trip text of a double ("0.1", "1e-05", "123").

@@ -3,9 +3,12 @@
 // its key, width, alignment and visibility, so moving a column is one move.
 // Rows and columns are numbered from 0; the first FixedRows() rows and
 // FixedCols() columns are the fixed ones.
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "sheet/Cell.h"
@@ -29,14 +32,14 @@ struct Column {
     int width = 940;  // twips
     bool hidden = false;
     Alignment alignment = Alignment::General;
-    std::string numberFormat;  // "0.000"; "" shows numbers as they are
-    std::vector<Cell> cells;  // one per row
-    std::vector<BackColor> back;  // empty until a colour is set, then one per row
+    std::string numberFormat;         // "0.000"; "" shows numbers as they are
+    std::vector<Cell> cells;          // one per row
+    std::vector<BackColor> back;      // empty until a colour is set, then one per row
     std::vector<std::uint8_t> shade;  // grey shade of a refused entry cell: 0 none, 1..8
 };
 
 class Grid {
-public:
+  public:
     Grid() = default;
 
     int Rows() const { return rows_; }
@@ -59,10 +62,12 @@ public:
     // Text comparison without building a string for typed text.
     bool TextIs(int row, int col, std::string_view text) const;
 
+    // Out of range gives a detached empty column whose changes are dropped.
     Column& Col(int col);
     const Column& Col(int col) const;
 
-    // Column keys. Lookup is by exact key; -1 when none.
+    // Column keys. Lookup is by exact key; -1 when none. Keys are meant to be
+    // unique; with duplicates the leftmost column is found.
     int ColIndex(std::string_view key) const;
     void SetColKey(int col, std::string key);
 
@@ -73,10 +78,11 @@ public:
     std::uint8_t CellShade(int row, int col) const;
     void SetCellShade(int row, int col, std::uint8_t shade);
 
-    bool RowHidden(int row) const { return rowHidden_[Check(row)]; }
-    void SetRowHidden(int row, bool hidden) { rowHidden_[Check(row)] = hidden; }
-    int RowHeight(int row) const { return rowHeight_[Check(row)]; }
-    void SetRowHeight(int row, int height) { rowHeight_[Check(row)] = height; }
+    // Out of range: not hidden, the default height; writes are ignored.
+    bool RowHidden(int row) const;
+    void SetRowHidden(int row, bool hidden);
+    int RowHeight(int row) const;
+    void SetRowHeight(int row, int height);
     void SetDefaultRowHeight(int height) { defaultRowHeight_ = height; }
 
     // Moves column `from` so that it stands at position `to`; the columns in
@@ -90,10 +96,14 @@ public:
     // empty cells first.
     void SortRows(int r1, int r2, int c1, int c2);
 
-private:
-    std::size_t Check(int row) const;
-    std::size_t CheckCol(int col) const;
-    void Reindex();
+  private:
+    bool ValidRow(int row) const { return row >= 0 && row < rows_; }
+    bool ValidCol(int col) const { return col >= 0 && col < Cols(); }
+    bool Valid(int row, int col) const { return ValidRow(row) && ValidCol(col); }
+    void Reindex() const;
+    void InvalidateIndex() { indexStale_ = true; }
+    template <typename T>
+    static void ApplyOrder(std::vector<T>& values, int first, const std::vector<int>& order);
 
     int rows_ = 0;
     int fixedRows_ = 0;
@@ -102,6 +112,18 @@ private:
     std::vector<Column> cols_;
     std::vector<bool> rowHidden_;
     std::vector<int> rowHeight_;
+    mutable Column detached_;  // what Col() hands out for a column that does not exist
+
+    // Key -> column, rebuilt lazily. Every hit is checked against the column,
+    // so a key edited in place through Col() can't give a wrong answer.
+    struct KeyHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view key) const {
+            return std::hash<std::string_view>{}(key);
+        }
+    };
+    mutable std::unordered_map<std::string, int, KeyHash, std::equal_to<>> index_;
+    mutable bool indexStale_ = true;
 };
 
 }  // namespace synthara::sheet

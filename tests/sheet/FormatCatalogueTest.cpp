@@ -1,0 +1,290 @@
+#include "sheet/FormatCatalogue.h"
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <tuple>
+
+#include <gtest/gtest.h>
+
+namespace synthara::sheet {
+namespace {
+
+const FormatDef& Format(std::string_view longName) {
+    const FormatDef* f = FindFormat(longName);
+    EXPECT_NE(f, nullptr) << longName;
+    static const FormatDef none{};
+    return f != nullptr ? *f : none;
+}
+
+const RoleDef* Role(const FormatDef& f, std::string_view name) {
+    const auto it = std::find_if(f.roles.begin(), f.roles.end(),
+                                 [&](const RoleDef& r) { return r.name == name; });
+    return it == f.roles.end() ? nullptr : &*it;
+}
+
+TEST(FormatCatalogue, CountsAndNamesAreUniqueAndFindable) {
+    const auto all = AllFormats();
+    ASSERT_EQ(all.size(), 103u);
+    EXPECT_EQ(std::count_if(all.begin(), all.end(),
+                            [](const FormatDef& f) { return f.branch != Branch::NotInWizard; }),
+              101);
+    EXPECT_EQ(std::count_if(all.begin(), all.end(),
+                            [](const FormatDef& f) {
+                                return f.branch != Branch::NotInWizard && !f.allFormatsOnly;
+                            }),
+              63);
+    EXPECT_EQ(LegacyFormats().size(), 12u);
+
+    std::set<std::string_view> longNames, shortNames;
+    for (const FormatDef& f : all) {
+        EXPECT_TRUE(longNames.insert(f.longName).second) << f.longName;
+        EXPECT_TRUE(shortNames.insert(f.shortName).second) << f.shortName;
+        EXPECT_FALSE(f.roles.empty()) << f.longName;
+        EXPECT_LE(f.roles.size(), static_cast<std::size_t>(MaxRoles)) << f.longName;
+        EXPECT_NE(f.procedure, Procedure::None) << f.longName;
+        EXPECT_EQ(FindFormat(f.longName), &f);
+        EXPECT_EQ(FindFormatByAnyName(f.longName), &f);
+        EXPECT_EQ(FindFormatByAnyName(f.shortName), &f);
+        EXPECT_EQ(ProcedureFor(f.longName), f.procedure);
+    }
+    for (const LegacyFormat& legacy : LegacyFormats()) {
+        EXPECT_EQ(FindFormat(legacy.longName), nullptr) << legacy.longName;
+        EXPECT_EQ(ProcedureFor(legacy.longName), legacy.procedure) << legacy.longName;
+    }
+    EXPECT_EQ(FindFormat("events and sample size"), nullptr);
+    EXPECT_EQ(FindFormat("Events"), nullptr);  // a short name is no key
+    EXPECT_EQ(FindFormatByAnyName(""), nullptr);
+    EXPECT_EQ(ProcedureFor("No such format"), Procedure::None);
+    EXPECT_EQ(ProcedureName(Procedure::ComputePointTPaired), "ComputePointTPaired");
+}
+
+// The tree is built by grouping consecutive entries, so each branch, each
+// family within a branch and each node must form one run, in branch order,
+// and a node is either wholly common or wholly under "Show all".
+TEST(FormatCatalogue, WizardEntriesGroupIntoTree) {
+    using Node = std::tuple<Branch, std::string_view, std::string_view>;
+    std::set<Branch> branchesSeen;
+    std::set<std::pair<Branch, std::string_view>> familiesSeen;
+    std::set<Node> nodesSeen;
+    const FormatDef* previous = nullptr;
+    for (const FormatDef& f : AllFormats()) {
+        if (f.branch == Branch::NotInWizard) {
+            EXPECT_TRUE(f.family.empty() && f.design.empty()) << f.longName;
+        }
+        const bool newBranch = previous == nullptr || previous->branch != f.branch;
+        const bool newFamily = newBranch || previous->family != f.family;
+        const bool newNode = newFamily || previous->design != f.design;
+        if (newBranch) {
+            EXPECT_TRUE(branchesSeen.insert(f.branch).second) << f.longName;
+            if (previous != nullptr) {
+                EXPECT_LT(previous->branch, f.branch) << f.longName;
+            }
+        }
+        if (newFamily) {
+            EXPECT_TRUE(familiesSeen.insert({f.branch, f.family}).second) << f.longName;
+        }
+        if (newNode) {
+            EXPECT_TRUE(nodesSeen.insert({f.branch, f.family, f.design}).second) << f.longName;
+        } else {
+            EXPECT_EQ(previous->allFormatsOnly, f.allFormatsOnly) << f.longName;
+        }
+        previous = &f;
+    }
+    EXPECT_EQ(branchesSeen.size(), 5u);
+    EXPECT_EQ(nodesSeen.size(), 19u);  // 18 wizard nodes and the formats outside it
+}
+
+TEST(FormatCatalogue, DeliberateOdditiesStand) {
+    EXPECT_EQ(Format("Point estimate and condfidence limits in raw units").procedure,
+              Procedure::ComputePointLog);
+    EXPECT_EQ(Format("Point estimate and condfidence limits").procedure, Procedure::ComputePoint);
+    EXPECT_EQ(FindFormat("Point estimate and confidence limits"), nullptr);
+
+    const RoleDef* decimalRate =
+        Role(Format("Event rate and sample size in each group"), "Group-A Event rate");
+    const RoleDef* wholeRate =
+        Role(Format("Event rate and sample size in each treatment, and external correlation"),
+             "Group-A Event rate");
+    ASSERT_TRUE(decimalRate != nullptr && wholeRate != nullptr);
+    EXPECT_FALSE(decimalRate->whole);
+    EXPECT_TRUE(wholeRate->whole);
+
+    int wholeTails = 0;
+    for (const FormatDef& f : AllFormats()) {
+        const RoleDef* tails = Role(f, "Tails");
+        if (tails == nullptr || !tails->whole) continue;
+        ++wholeTails;
+        EXPECT_EQ(f.procedure, Procedure::ComputeFromPairedMeansTest) << f.longName;
+    }
+    EXPECT_EQ(wholeTails, 2);
+    EXPECT_FALSE(Role(Format("Sample size and p-value from paired t-test"), "Tails")->whole);
+
+    EXPECT_NE(Role(Format("Mean change, SD difference, N, in each group, Pre/Post Corr"),
+                   "DIfference SD (B)"),
+              nullptr);
+    EXPECT_NE(Role(Format("Log risk ratio and standard error"), "Standard error (log)"), nullptr);
+    EXPECT_NE(Role(Format("Log odds ratio and standard error"), "Std error (log)"), nullptr);
+}
+
+TEST(FormatCatalogue, FormatsOutsideWizardAreComplete) {
+    const FormatDef& pairedD =
+        Format("Cohen's d (standardized by SD of difference scores) and variance");
+    const FormatDef& artifacts = Format("Correlation, sample size, and artifacts");
+    EXPECT_EQ(pairedD.branch, Branch::NotInWizard);
+    EXPECT_EQ(artifacts.branch, Branch::NotInWizard);
+    EXPECT_EQ(pairedD.procedure, Procedure::ComputePointTPaired);
+    EXPECT_EQ(artifacts.procedure, Procedure::ComputePointCorr);
+    EXPECT_TRUE(pairedD.displaySet.empty());
+    ASSERT_FALSE(artifacts.displaySet.empty());
+    EXPECT_EQ(artifacts.displaySet.front(), "Correlation");
+
+    DefinedFormat defined;
+    DefineFormat(artifacts.longName, defined);
+    EXPECT_EQ(defined.CurrentFormatShort, "Corr, N, and artifacts");
+    const std::array<std::string, 6> roles = {"Correlation",       "Sample size",     "Rxx", "Ryy",
+                                              "Range Restriction", "Effect direction"};
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+        EXPECT_EQ(defined.EntryColNames[i], roles[i]);
+        EXPECT_EQ(defined.EntryColInteger[i], i == 1) << roles[i];
+    }
+    EXPECT_EQ(defined.EntryColNames[6], "");
+}
+
+TEST(FormatCatalogue, DefineFormatBlanksThenFills) {
+    DefinedFormat defined;
+    DefineFormat("Means, SD pre and post, N, in each group, Pre/Post Corr", defined);
+    EXPECT_EQ(defined.EntryColNames[12], "Standardize by");
+    EXPECT_EQ(defined.CurrentFormatShort, "Means, SD in each group");
+
+    DefineFormat("Events and sample size in each group", defined);
+    EXPECT_EQ(defined.CurrentFormatLong, "Events and sample size in each group");
+    EXPECT_EQ(defined.CurrentFormatShort, "Cohort 2x2 (Events)");
+    EXPECT_EQ(defined.EntryColNames[3], "Group-B Total N");
+    EXPECT_TRUE(defined.EntryColInteger[3]);
+    EXPECT_EQ(defined.LabelPieces[0][3], "Group-B");
+    EXPECT_EQ(defined.LabelPieces[1][3], "Total N");
+    EXPECT_EQ(defined.LabelPieces[2][3], "");
+    for (std::size_t i = 4; i < MaxRoles; ++i) {
+        EXPECT_EQ(defined.EntryColNames[i], "") << i;
+        EXPECT_FALSE(defined.EntryColInteger[i]) << i;
+        for (const auto& pieces : defined.LabelPieces)
+            EXPECT_EQ(pieces[i], "") << i;
+    }
+
+    // Names DefineFormat doesn't know, legacy and short names included: all
+    // slots blank, the current names untouched.
+    for (std::string_view unknown : {"No such format", "Cohort 2x2 (Events)",
+                                     "Events and sample size in each condition", ""}) {
+        DefineFormat("Means, SD pre and post, N, in each group, Pre/Post Corr", defined);
+        DefineFormat(unknown, defined);
+        EXPECT_EQ(defined.CurrentFormatShort, "Means, SD in each group") << unknown;
+        EXPECT_EQ(defined.CurrentFormatLong,
+                  "Means, SD pre and post, N, in each group, Pre/Post Corr");
+        for (std::size_t i = 0; i < MaxRoles; ++i) {
+            EXPECT_EQ(defined.EntryColNames[i], "") << unknown;
+            EXPECT_FALSE(defined.EntryColInteger[i]) << unknown;
+            for (const auto& pieces : defined.LabelPieces)
+                EXPECT_EQ(pieces[i], "") << unknown;
+        }
+    }
+}
+
+TEST(FormatCatalogue, LabelPiecesOfTwoGroupRoles) {
+    struct Case {
+        std::string_view format, role;
+        std::array<std::string_view, 3> pieces;
+    };
+    const Case cases[] = {
+        {"Matched 2x2 table", "Group-A Only", {"Only", "Group-A", "Events"}},
+        {"Event rate and sample size in each group",
+         "Group-B Event rate",
+         {"Group-B", "Events", "rate"}},
+        {"Means, SD pre and post, N, in each group, Pre/Post Corr",
+         "Sample size (B)",
+         {"Group-B", "Sample", "size"}},
+        {"Mean change, SD difference, N, in each group, Pre/Post Corr",
+         "Mean change (A)",
+         {"Group-A", "Mean", "Difference"}},
+        {"Raw difference in means and standard error (independent groups)",
+         "Sample size (A)",
+         {"Group-A", "N (Optional)", ""}},
+        {"Proportion exposed and total for cases and controls",
+         "Propn Controls Exposed",
+         {"Propn", "Controls", "Exposed"}},
+        {"Chi-squared and total sample size", "Chi-squared", {"Chi Squared", "", ""}},
+        {"Mean, SD and sample size in each group", "Effect direction", {"", "", ""}},
+    };
+    for (const Case& c : cases) {
+        const RoleDef* role = Role(Format(c.format), c.role);
+        ASSERT_NE(role, nullptr) << c.format << " / " << c.role;
+        EXPECT_EQ(role->labels, c.pieces) << c.format << " / " << c.role;
+    }
+}
+
+TEST(FormatCatalogue, MergeClasses) {
+    const std::pair<std::string_view, int> cases[] = {
+        {"Events and sample size", 1},
+        {"Event rate and sample size", 1},
+        {"Mean, SD and sample size", 2},
+        {"Events and person years", 3},
+        {"Event rate and person years", 0},  // a rate alone can't be summed back
+        {"Non-events and sample size in each group", 4},
+        {"Event rate and sample size in each group", 4},
+        {"Events and sample size in each treatment, and external correlation", 0},
+        {"Proportion exposed and total for cases and controls", 5},
+        {"Mean, SD and sample size in each group", 6},
+        {"Means, sample size, and t-value", 0},
+        {"Event rate and person years in each group", 7},
+        {"Odds ratio and confidence limits", 0},
+        {"Events and sample size in each condition", 0},
+        {"Exposed and total for cases and controls, and external correlation", 0},
+        {"Mean, SD", 0},
+        {"", 0},
+    };
+    for (const auto& [name, type] : cases)
+        EXPECT_EQ(MergeType(name), type) << name;
+}
+
+TEST(FormatCatalogue, DropDownRoles) {
+    for (std::string_view name : {"Study design", "Effect direction", "Standardize by"}) {
+        const DropDownRole* role = FindDropDown(name);
+        ASSERT_NE(role, nullptr) << name;
+        std::string composed;
+        for (std::size_t code = 0; code < role->words.size(); ++code) {
+            if (code > 0) composed += '|';
+            composed += "#" + std::to_string(code) + ";" + std::string(role->words[code]);
+        }
+        EXPECT_EQ(role->valueList, composed);
+    }
+    EXPECT_EQ(FindDropDown("Tails"), nullptr);
+    EXPECT_EQ(FindDropDown("effect direction"), nullptr);
+
+    const DropDownRole& direction = *FindDropDown("Effect direction");
+    const std::pair<std::string_view, int> cases[] = {
+        {"0", 0},
+        {"3", 3},
+        {"03", 3},
+        {"2.0", 2},
+        {" 2 ", 2},
+        {"4", -1},
+        {"-1", -1},
+        {"1.5", -1},
+        {"2x", -1},
+        {"99999999999999999999", -1},
+        {"", -1},
+        {"Negative", 2},
+        {"negative", 2},
+        {"POSITIVE", 3},
+        {"Not specified", 0},
+        {"Neg", -1},
+        {"Paired study", -1},
+    };
+    for (const auto& [cell, code] : cases)
+        EXPECT_EQ(DropDownCode(direction, cell), code) << cell;
+    EXPECT_EQ(DropDownCode(*FindDropDown("Standardize by"), "change score sd"), 2);
+    EXPECT_EQ(DropDownCode(*FindDropDown("Study design"), "3"), -1);
+}
+
+}  // namespace
+}  // namespace synthara::sheet
