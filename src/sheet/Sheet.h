@@ -22,7 +22,7 @@ const std::array<std::string, IndexCount + 1>& IndexNameTable();
 int IndexNumber(std::string_view name);
 
 class Sheet {
-public:
+  public:
     explicit Sheet(ports::Prompter& prompter);
 
     Grid flex;
@@ -55,7 +55,8 @@ public:
     int FindLastRow() const;
     bool isRowEmpty(int row) const;
     bool isColEmpty(int col) const;
-    // Greys the entry cells of other blocks on each row with a format (flex's CellShade).
+    // Greys the entry cells of other blocks on each row with a format (flex's
+    // CellShade, 1 to 8 by block); 0 means the whole sheet.
     void GrayBlocks(int firstRow, int lastRow);
 
     // System columns by key; -1 when absent.
@@ -95,7 +96,19 @@ public:
 
     ports::Prompter& Prompts() { return prompter_; }
 
-private:
+  private:
+    // The default record of rows 2 to 13 on a column, as a new sheet has it.
+    void WriteDefaultRecord(int col);
+    // The number format of a column from Decimals.
+    std::string NumberFormat() const;
+    // Puts EntrySeq and the population columns, in the order of
+    // PopulationNames, side by side from column `anchor` on.
+    void GatherIdentifyingCols(int anchor);
+    // The title of one data-entry column from its label pieces and the project's words.
+    void TitleEntryColumn(int col);
+    // Creates the five columns of one index at the right end.
+    void AppendDisplayIndex(std::string_view indexName, std::string_view primary, bool inSet);
+
     ports::Prompter& prompter_;
 };
 

@@ -1,0 +1,163 @@
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "sheet/Sheet.h"
+#include "support/ScriptedPrompter.h"
+
+namespace synthara::sheet {
+namespace {
+
+class BlocksTest : public ::testing::Test {
+  protected:
+    BlocksTest() : sheet(prompter) { sheet.InitializeGrid(); }
+
+    int AddBlock(std::string_view format) {
+        DefineFormat(format, sheet.Defined);
+        const int first = sheet.flex.Cols();
+        sheet.CreateAll();
+        return first;
+    }
+    std::string Class(std::string_view index, int attr) {
+        const int col = sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber(index))]
+                                             [static_cast<std::size_t>(attr)];
+        return col > 0 ? sheet.Meta(col, MetaRow::DisplayClass) : "<none>";
+    }
+
+    testing::ScriptedPrompter prompter;
+    Sheet sheet;
+};
+
+TEST_F(BlocksTest, CreateAllWritesTheBlockRecord) {
+    const int a = AddBlock("Events and sample size in each group");
+    ASSERT_EQ(sheet.flex.Cols(), a + 4);
+    const std::vector<std::pair<std::string, std::string>> roles = {
+        {"Group-A Events", "Group-A Events"},
+        {"Group-A Total N", "Group-A Total N"},
+        {"Group-B Events", "Group-B Events"},
+        {"Group-B Total N", "Group-B Total N"}};
+    for (int i = 0; i < 4; ++i) {
+        const int c = a + i;
+        EXPECT_EQ(sheet.Meta(c, MetaRow::Attribute), roles[static_cast<std::size_t>(i)].first);
+        EXPECT_EQ(sheet.Meta(c, 0), roles[static_cast<std::size_t>(i)].second);
+        EXPECT_EQ(sheet.Meta(c, MetaRow::Function), "Data Entry");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::DataType), "Decimal");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::NumDecs), "0");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::ColWidth), "Auto");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::Renamed), "Manual");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::Numvals), "0");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::FormatName), "Events and sample size in each group");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::BlockName), "Cohort 2x2 (Events)");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::BlockSeq), std::to_string(i + 1));
+        EXPECT_FALSE(sheet.flex.Col(c).hidden);
+    }
+    EXPECT_EQ(sheet.Meta(a, MetaRow::LabelPart1), "Group-A");
+    EXPECT_EQ(sheet.Meta(a, MetaRow::LabelPart2), "Events");
+
+    // Project words replace the group words of the pieces.
+    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.flex.SetText(SettingsRow::Events, sheet.SettingsCol(), "Deaths");
+    sheet.ApplyGroupNames();
+    EXPECT_EQ(sheet.Meta(a, 0), "Treated Deaths");
+    EXPECT_EQ(sheet.Meta(a + 1, 0), "Treated Total N");
+    EXPECT_EQ(sheet.ColumnLabel(a + 2), "Group-B Deaths");
+}
+
+TEST_F(BlocksTest, DropDownAndTailsRoles) {
+    const int a = AddBlock("Means, sample size, and p-value");
+    ASSERT_EQ(sheet.flex.Cols(), a + 7);
+    const int tails = a + 5;
+    const int direction = a + 6;
+    EXPECT_EQ(sheet.Meta(tails, MetaRow::NumDecs), "0");
+    EXPECT_EQ(sheet.Meta(tails, MetaRow::DataType), "Decimal");
+    EXPECT_EQ(sheet.Meta(a + 4, MetaRow::NumDecs), "Auto");
+    EXPECT_EQ(sheet.Meta(direction, MetaRow::DataType), "Effect direction");
+    EXPECT_EQ(sheet.Meta(direction, MetaRow::ColWidth), "1400");
+    EXPECT_EQ(sheet.Meta(direction, MetaRow::ValueList), "");
+    // A role without pieces is titled by its name.
+    EXPECT_EQ(sheet.Meta(a + 4, 0), "Independent groups p-value");
+}
+
+TEST_F(BlocksTest, DisplayColumnsClassesAndTable) {
+    const int before = sheet.flex.Cols();
+    sheet.CreateDisplayCols("Events and sample size in each group");
+    EXPECT_EQ(sheet.flex.Cols(), before + 66 * 5);
+    // The first index named for creation ends up rightmost.
+    EXPECT_EQ(sheet.Meta(before, MetaRow::IndexName), "Odds ratio");
+    EXPECT_EQ(sheet.Meta(before, 0), "Odds ratio");
+    EXPECT_EQ(sheet.Meta(before + 1, 0), "Odds ratio StdErr");
+    EXPECT_EQ(sheet.Meta(sheet.flex.Cols() - 1, MetaRow::IndexName), "NPY(0)");
+    EXPECT_EQ(sheet.Meta(sheet.flex.Cols() - 1, MetaRow::Attribute), "Formula");
+
+    EXPECT_EQ(Class("Odds ratio", AttrPoint), "Primary");
+    EXPECT_EQ(Class("Odds ratio", AttrStdErr), "Show");
+    EXPECT_EQ(Class("Log odds ratio", AttrPoint), "Show");
+    EXPECT_EQ(Class("Risk ratio", AttrPoint), "Hide");
+    EXPECT_EQ(Class("Event rate", AttrPoint), "<none>");
+    const int orPoint = sheet.DisplayColTable[2][AttrPoint];
+    EXPECT_FALSE(sheet.flex.Col(orPoint).hidden);
+    EXPECT_TRUE(sheet.flex.Col(orPoint + 1).hidden);
+    EXPECT_TRUE(sheet.flex.Col(sheet.DisplayColTable[4][AttrPoint]).hidden);
+    for (int i = 1; i <= IndexCount; ++i) {
+        for (int attr = AttrPoint; attr <= AttrFormula; ++attr) {
+            const int col =
+                sheet.DisplayColTable[static_cast<std::size_t>(i)][static_cast<std::size_t>(attr)];
+            if (col == 0) continue;
+            EXPECT_EQ(sheet.Meta(col, MetaRow::IndexName),
+                      sheet.IndexNames[static_cast<std::size_t>(i)]);
+            EXPECT_EQ(sheet.Meta(col, MetaRow::Attribute), AttrNames[attr]);
+        }
+    }
+
+    // A second family: the primary moves, and indices without columns are added.
+    const int count = sheet.flex.Cols();
+    sheet.CreateDisplayCols("Events and sample size");
+    EXPECT_EQ(sheet.flex.Cols(), count + 2 * 5);
+    EXPECT_EQ(Class("Odds ratio", AttrPoint), "Show");
+    EXPECT_EQ(Class("Event rate", AttrPoint), "Primary");
+    EXPECT_EQ(Class("Logit event rate", AttrPoint), "Show");
+    sheet.CreateDisplayCols("Mean, SD and sample size in each group");
+    EXPECT_EQ(sheet.flex.Cols(), count + 2 * 5);
+    EXPECT_EQ(Class("Std diff in means", AttrPoint), "Primary");
+    EXPECT_EQ(Class("Event rate", AttrPoint), "Show");
+}
+
+TEST_F(BlocksTest, OneGroupFormatShowsItsOwnIndicesPrimaryFirst) {
+    const int before = sheet.flex.Cols();
+    sheet.CreateDisplayCols("Events and sample size");
+    EXPECT_EQ(sheet.flex.Cols(), before + 68 * 5);
+    const int rate = sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber("Event rate"))][1];
+    const int logit =
+        sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber("Logit event rate"))][1];
+    EXPECT_LT(rate, logit);
+    EXPECT_EQ(sheet.Meta(rate, MetaRow::DisplayClass), "Primary");
+    EXPECT_EQ(Class("Odds ratio", AttrPoint), "Hide");
+}
+
+TEST_F(BlocksTest, MakePopRecordAndDuplicates) {
+    const int study = sheet.MakePop(1);
+    EXPECT_EQ(sheet.MakePop(1), study);
+    EXPECT_EQ(sheet.MakePop(0), -1);
+    EXPECT_EQ(sheet.MakePop(6), -1);
+    const std::vector<std::pair<int, std::string>> record = {
+        {0, "Study name"},
+        {MetaRow::DataType, "Categorical"},
+        {MetaRow::Function, "Populations"},
+        {MetaRow::PopulationMark, "Populations"},
+        {MetaRow::Attribute, "Study name"},
+        {MetaRow::Align, "Left"},
+        {MetaRow::Renamed, "Manual"},
+        {MetaRow::BlockSeq, "1"}};
+    for (const auto& [row, value] : record)
+        EXPECT_EQ(sheet.Meta(study, row), value) << row;
+
+    // The letters step past the new column.
+    EXPECT_EQ(sheet.Meta(study + 1, 0), "B");
+    const int time = sheet.MakePop(5);
+    EXPECT_EQ(time, study + 1);
+    EXPECT_EQ(sheet.Meta(time, MetaRow::BlockSeq), "5");
+}
+
+}  // namespace
+}  // namespace synthara::sheet

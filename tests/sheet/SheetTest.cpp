@@ -1,0 +1,299 @@
+#include "sheet/Sheet.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/ScriptedPrompter.h"
+
+namespace synthara::sheet {
+namespace {
+
+class SheetTest : public ::testing::Test {
+  protected:
+    SheetTest() : sheet(prompter) { sheet.InitializeGrid(); }
+
+    // Adds a block of the format at the right end; returns its first column.
+    int AddBlock(std::string_view format) {
+        DefineFormat(format, sheet.Defined);
+        const int first = sheet.flex.Cols();
+        sheet.CreateAll();
+        return first;
+    }
+
+    testing::ScriptedPrompter prompter;
+    Sheet sheet;
+};
+
+TEST_F(SheetTest, NewSheetShapeAndDefaultRecord) {
+    const Grid& g = sheet.flex;
+    EXPECT_EQ(g.Rows(), 230);
+    EXPECT_EQ(g.Cols(), 40);
+    EXPECT_EQ(g.FixedRows(), 150);
+    EXPECT_EQ(g.FixedCols(), 10);
+    EXPECT_FALSE(g.RowHidden(0));
+    EXPECT_TRUE(g.RowHidden(1));
+    EXPECT_TRUE(g.RowHidden(149));
+    EXPECT_FALSE(g.RowHidden(150));
+    for (int c = 0; c < g.Cols(); ++c)
+        EXPECT_EQ(g.Col(c).hidden, c >= 1 && c <= 9) << c;
+    EXPECT_EQ(g.Col(0).width, 400);
+    EXPECT_EQ(g.Col(10).width, 940);
+    EXPECT_EQ(g.RowHeight(0), 500);
+    EXPECT_EQ(g.RowHeight(200), 250);
+    EXPECT_EQ(g.Col(0).numberFormat, "");
+    EXPECT_EQ(g.Col(39).numberFormat, "0.000");
+
+    const std::vector<std::tuple<int, std::string, std::string>> fields = {
+        {MetaRow::DataType, "DataType", "Not specified"},
+        {MetaRow::Function, "Function", "Empty"},
+        {MetaRow::ValueList, "", ""},
+        {MetaRow::NumDecs, "NumDecs", "Auto"},
+        {MetaRow::Missing, "Missing", ""},
+        {MetaRow::ColWidth, "ColWidth", "Auto"},
+        {MetaRow::Align, "Align", "Auto"},
+        {MetaRow::Hidden, "Hidden", "Show"},
+        {MetaRow::Renamed, "Renamed", "Auto"},
+        {MetaRow::Numvals, "Numvals", "0"},
+        {MetaRow::Attribute, "Attribute", "Empty"},
+    };
+    for (const auto& [row, label, value] : fields) {
+        EXPECT_EQ(g.Text(row, 0), label) << row;
+        EXPECT_EQ(g.Text(row, 25), value) << row;
+    }
+    EXPECT_EQ(g.Text(0, 0), "");
+    EXPECT_EQ(g.Text(150, 0), "1");
+    EXPECT_EQ(g.Text(229, 0), "80");
+    EXPECT_EQ(g.Text(229, sheet.EntrySeqCol()), "80");
+}
+
+TEST_F(SheetTest, NumberFormatFollowsDecimals) {
+    const std::vector<std::pair<int, std::string>> cases = {
+        {0, "0"}, {1, "0.0"}, {4, "0.0000"}, {8, "0.00000000"}, {9, "0.000"}, {-1, "0.000"}};
+    for (const auto& [decimals, format] : cases) {
+        sheet.Decimals = decimals;
+        sheet.InitializeGrid();
+        EXPECT_EQ(sheet.flex.Col(12).numberFormat, format) << decimals;
+    }
+}
+
+TEST_F(SheetTest, SystemColumnsAreFoundByKeyAfterMoves) {
+    struct Expect {
+        int col;
+        std::string title, function, hidden, width;
+    };
+    sheet.flex.MoveColumn(sheet.EntrySeqCol(), 30);
+    sheet.flex.MoveColumn(sheet.FormatCol(), 20);
+    sheet.FindCols();
+    EXPECT_EQ(sheet.EntrySeqCol(), 9);
+    const std::vector<Expect> cols = {
+        {sheet.FormatCol(), "Data format", "Data Format", "Hide", "Auto"},
+        {sheet.NickNameCol(), "Data format", "NickName", "Show", "1500"},
+        {sheet.MergeTypeCol(), "Data format", "MergeType", "Show", "1500"},
+        {sheet.EntrySeqCol(), "EntrySeq", "EntrySeq", "Show", "1500"},
+        {sheet.TempSeqCol(), "Temp Sequence", "Temp Sequence", "Show", "1500"},
+        {sheet.SettingsCol(), "Settings", "Settings", "Show", "1500"},
+        {sheet.ErrorCol(), "Errors", "Row Errors", "Hide", "Auto"},
+    };
+    for (const Expect& e : cols) {
+        ASSERT_GE(e.col, 0) << e.function;
+        EXPECT_EQ(sheet.Meta(e.col, MetaRow::ColumnHeader), e.title);
+        EXPECT_EQ(sheet.Meta(e.col, MetaRow::Function), e.function);
+        EXPECT_EQ(sheet.Meta(e.col, MetaRow::Hidden), e.hidden);
+        EXPECT_EQ(sheet.Meta(e.col, MetaRow::ColWidth), e.width);
+        EXPECT_EQ(sheet.Meta(e.col, MetaRow::Renamed), "Manual");
+    }
+}
+
+TEST_F(SheetTest, SettingsDefaults) {
+    const std::vector<std::pair<int, std::string>> words = {
+        {66, "Group-A"},      {67, "Group-B"},     {68, "Events"},
+        {69, "Non-events"},   {70, "Exposed"},     {71, "Unexposed"},
+        {72, "Cases"},        {73, "Controls"},    {74, "Person Years"},
+        {75, "Person Years"}, {76, "Pre"},         {77, "Post"},
+        {78, "Condition-A"},  {79, "Condition-B"}, {80, "0.5"},
+        {81, "1.1"},          {82, "1"},           {83, "1"}};
+    for (const auto& [row, word] : words)
+        EXPECT_EQ(sheet.SettingsWord(row), word) << row;
+}
+
+TEST_F(SheetTest, EmptySheetAndLastRows) {
+    EXPECT_EQ(sheet.GetLastRow(), 150);
+    EXPECT_EQ(sheet.FindLastRow(), 150);
+    sheet.FindFormats();
+    EXPECT_TRUE(sheet.isColEmpty(sheet.FormatCol()));
+
+    // System columns don't make a row count; a lone blank counts only for GetLastRow.
+    sheet.flex.SetText(200, sheet.TempSeqCol(), "9");
+    EXPECT_TRUE(sheet.isRowEmpty(200));
+    sheet.flex.SetText(180, 15, " ");
+    EXPECT_EQ(sheet.GetLastRow(), 180);
+    EXPECT_EQ(sheet.FindLastRow(), 150);
+    sheet.flex.SetText(170, 39, "x");
+    EXPECT_EQ(sheet.FindLastRow(), 170);
+    EXPECT_FALSE(sheet.isColEmpty(39));
+}
+
+TEST_F(SheetTest, AddLettersSkipsHiddenAndManualColumnsKeepTheirTitle) {
+    // 30 visible columns: the 27th is "AA".
+    EXPECT_EQ(sheet.Meta(10, 0), "A");
+    EXPECT_EQ(sheet.Meta(35, 0), "Z");
+    EXPECT_EQ(sheet.Meta(36, 0), "AA");
+
+    sheet.flex.Col(11).hidden = true;
+    sheet.SetMeta(12, MetaRow::Renamed, "Manual");
+    sheet.SetMeta(12, 0, "Dose");
+    sheet.flex.SetCols(10 + 60);
+    for (int c = 40; c < 70; ++c)
+        sheet.SetMeta(c, MetaRow::Renamed, "Auto");
+    sheet.AddLetters();
+    EXPECT_EQ(sheet.Meta(10, 0), "A");
+    EXPECT_EQ(sheet.Meta(12, 0), "Dose");
+    EXPECT_EQ(sheet.Meta(13, 0), "C");
+    const std::vector<std::pair<int, std::string>> letters = {
+        {36, "Z"}, {37, "AA"}, {62, "AZ"}, {63, "BA"}, {69, "BG"}};
+    for (const auto& [col, title] : letters)
+        EXPECT_EQ(sheet.Meta(col, 0), title) << col;
+}
+
+TEST_F(SheetTest, FindFormatsKeepsAFormatOnceGiven) {
+    const int a = AddBlock("Events and sample size in each group");
+    const int b = AddBlock("Mean, SD and sample size in each group");
+    const int formatCol = sheet.FormatCol();
+
+    sheet.flex.SetText(150, a + 1, "20");
+    sheet.flex.SetText(151, b, "3.5");
+    sheet.FindFormats();
+    EXPECT_EQ(sheet.flex.Text(150, formatCol), "Events and sample size in each group");
+    EXPECT_EQ(sheet.flex.Text(150, sheet.MergeTypeCol()), "4");
+    EXPECT_EQ(sheet.flex.Text(150, sheet.NickNameCol()), "Cohort 2x2 (Events)");
+    EXPECT_EQ(sheet.flex.Text(151, formatCol), "Mean, SD and sample size in each group");
+    EXPECT_EQ(sheet.flex.Text(151, sheet.MergeTypeCol()), "6");
+    EXPECT_TRUE(sheet.flex.IsBlank(152, formatCol));
+
+    // Typing into the other block, then emptying the row's own cells.
+    sheet.flex.SetText(150, b, "1");
+    sheet.flex.ClearCell(150, a + 1);
+    sheet.FindFormats();
+    EXPECT_EQ(sheet.flex.Text(150, formatCol), "Events and sample size in each group");
+    sheet.flex.ClearCell(150, b);
+    sheet.FindFormats(150, 150);
+    EXPECT_EQ(sheet.flex.Text(150, formatCol), "Events and sample size in each group");
+
+    // The other block's cells are shaded by its own block number; a row
+    // without a format is clear.
+    sheet.flex.SetText(151, b, "3.5");
+    sheet.FindFormats();
+    EXPECT_EQ(sheet.flex.CellShade(150, a), 0);
+    EXPECT_EQ(sheet.flex.CellShade(150, b + 2), 2);
+    EXPECT_EQ(sheet.flex.CellShade(151, a + 3), 1);
+    EXPECT_EQ(sheet.flex.CellShade(151, b), 0);
+    sheet.flex.ClearCell(151, formatCol);
+    sheet.GrayBlocks(151, 151);
+    EXPECT_EQ(sheet.flex.CellShade(151, a + 3), 0);
+}
+
+TEST_F(SheetTest, FindColsPutsEntrySeqAndPopulationsFirst) {
+    const int study = sheet.MakePop(1);
+    const int outcome = sheet.MakePop(4);
+    EXPECT_EQ(study, 10);
+    EXPECT_EQ(outcome, 11);
+    sheet.MakePop(3);
+    EXPECT_EQ(sheet.GetCol(0, 3), 11);
+    EXPECT_EQ(sheet.GetCol(0, 4), 12);
+
+    sheet.flex.MoveColumn(sheet.GetCol(0, 1), 30);
+    sheet.flex.MoveColumn(sheet.EntrySeqCol(), 2);
+    sheet.flex.MoveColumn(sheet.GetCol(0, 3), 1);
+    sheet.FindCols();
+    EXPECT_EQ(sheet.EntrySeqCol(), 9);
+    EXPECT_EQ(sheet.GetCol(0, 1), 10);
+    EXPECT_EQ(sheet.GetCol(0, 3), 11);
+    EXPECT_EQ(sheet.GetCol(0, 4), 12);
+    EXPECT_EQ(sheet.flex.ColIndex("Study name"), 10);
+    EXPECT_EQ(sheet.GetCol(0, 2), -1);
+    EXPECT_EQ(sheet.GetCol(11, 1), -1);
+}
+
+TEST_F(SheetTest, SynchDataNumbersStudiesByFirstAppearanceAndSorts) {
+    const int study = sheet.MakePop(1);
+    const int comparison = sheet.MakePop(3);
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"Beta", "x"}, {"", ""}, {"Alpha", "y"}, {"Beta", "a"}, {"Alpha", "b"}};
+    for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
+        sheet.flex.SetText(150 + i, study, rows[static_cast<std::size_t>(i)].first);
+        sheet.flex.SetText(150 + i, comparison, rows[static_cast<std::size_t>(i)].second);
+    }
+    sheet.SynchData();
+    const std::vector<std::pair<std::string, std::string>> expected = {
+        {"Beta", "a"}, {"Beta", "x"}, {"Alpha", "b"}, {"Alpha", "y"}};
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(sheet.flex.Text(150 + i, sheet.GetCol(0, 1)),
+                  expected[static_cast<std::size_t>(i)].first);
+        EXPECT_EQ(sheet.flex.Text(150 + i, sheet.GetCol(0, 3)),
+                  expected[static_cast<std::size_t>(i)].second);
+        EXPECT_EQ(sheet.flex.Text(150 + i, sheet.EntrySeqCol()), std::to_string(i + 1));
+    }
+    EXPECT_EQ(sheet.GetLastRow(), 153);
+}
+
+TEST_F(SheetTest, FindESColsCountsRolesAndReportsProblems) {
+    const int a = AddBlock("Events and sample size in each group");
+    sheet.FindESCols("Events and sample size in each group");
+    EXPECT_EQ(sheet.EntryColIndex[0], a);
+    EXPECT_EQ(sheet.EntryColIndex[3], a + 3);
+    EXPECT_EQ(sheet.EntryColCount[2], 1);
+    EXPECT_TRUE(prompter.shown.empty());
+
+    sheet.FindESCols("Mean, SD and sample size");
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown[0].box.title, "Problem locating columns");
+    EXPECT_EQ(prompter.shown[0].box.lines,
+              (std::vector<std::string>{"Problem locating columns", "Mean, SD and sample size"}));
+}
+
+TEST(SheetText, RemoveCRKeepsWordsApart) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"Group-A\r\nEvents", "Group-A Events"},
+        {"Group-A \nEvents", "Group-A Events"},
+        {"a\rb\nc", "a b c"},
+        {"\r\nTitle\r\n", "Title"},
+        {"a\r\n\r\nb", "a b"},
+        {"plain", "plain"}};
+    for (const auto& [in, out] : cases)
+        EXPECT_EQ(RemoveCR(in), out);
+}
+
+TEST(SheetText, IndexNamesAreNumberedForTheComputation) {
+    const auto& t = IndexNameTable();
+    const std::vector<std::pair<int, std::string>> known = {{1, "Log odds ratio"},
+                                                            {13, "Hedges's g"},
+                                                            {26, "Peto V"},
+                                                            {27, "MHCellA"},
+                                                            {33, "N(3)"},
+                                                            {46, "SD(2)"},
+                                                            {56, "PYCellD"},
+                                                            {63, "EventsPY(0)"},
+                                                            {68, "MH risk difference"},
+                                                            {69, "Rate"},
+                                                            {70, ""},
+                                                            {71, ""},
+                                                            {72, "One Cell A"},
+                                                            {75, "PY1CellB"},
+                                                            {76, ""},
+                                                            {100, ""}};
+    for (const auto& [n, name] : known)
+        EXPECT_EQ(t[static_cast<std::size_t>(n)], name) << n;
+    for (int n = 1; n <= IndexCount; ++n) {
+        const std::string& name = t[static_cast<std::size_t>(n)];
+        if (!name.empty()) {
+            EXPECT_EQ(IndexNumber(name), n);
+        }
+    }
+    EXPECT_EQ(IndexNumber(""), 0);
+    EXPECT_EQ(IndexNumber("odds ratio"), 0);
+}
+
+}  // namespace
+}  // namespace synthara::sheet
