@@ -8,7 +8,7 @@ namespace synthara::sheet {
 
 namespace {
 
-const Cell kEmptyCell;
+const Cell kEmptyCell{};
 
 template <typename T>
 bool Holds(const std::vector<T>& values, int index) {

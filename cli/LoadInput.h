@@ -1,0 +1,17 @@
+#pragma once
+// Reading a command's INPUT into a sheet, with the refusals every command shares.
+#include <iosfwd>
+#include <string>
+
+#include "sheet/ImportTable.h"
+#include "sheet/Sheet.h"
+
+namespace synthara::cli {
+
+// Fills `sheet` from the file at `path`; `format` is --format ("" when not
+// given). Returns the exit status: ExitDone when the sheet is ready, otherwise
+// the reason has been written to `err`.
+int LoadInput(const std::string& path, const std::string& format, sheet::Sheet& sheet,
+              sheet::ImportResult& imported, std::ostream& err);
+
+}  // namespace synthara::cli

@@ -1,0 +1,105 @@
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "cli/App.h"
+
+namespace synthara::cli {
+namespace {
+
+struct Ran {
+    int status = -1;
+    std::string out, err;
+};
+
+Ran RunCli(const std::vector<std::string>& args) {
+    std::ostringstream out, err;
+    Ran ran;
+    ran.status = Run(args, out, err);
+    ran.out = out.str();
+    ran.err = err.str();
+    return ran;
+}
+
+std::string WriteFile(const std::string& name, const std::string& text) {
+    const std::string path = ::testing::TempDir() + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+const std::string kEvents =
+    "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+    "Aronson 1948,4,123,11,139\n"
+    "\n"
+    "One cell empty,,50,10,52\n";
+
+TEST(ComputeCommand, ExitStatus) {
+    const std::string good = WriteFile("events.csv", kEvents);
+    const std::string broken = WriteFile("broken.csv", "Study name\n\"A\n");
+    struct Case {
+        std::vector<std::string> args;
+        int status;
+        const char* err;  // a part of standard error
+    } cases[] = {
+        {{}, ExitUsage, ""},
+        {{"--version"}, ExitDone, ""},
+        {{"compute", "--help"}, ExitDone, ""},
+        {{"analyze", good}, ExitUsage, ""},
+        {{"compute"}, ExitUsage, ""},
+        {{"compute", good, "--no-such-option"}, ExitUsage, ""},
+        {{"compute", good}, ExitUsage, "No data format: give --format"},
+        {{"compute", good, "--format", "Nonsense"}, ExitUsage, "Unknown data format \"Nonsense\""},
+        {{"compute", good, "--format", "Cohort 2x2 (Events)"}, ExitDone, ""},
+        {{"compute", "/nonexistent/x.csv", "--format", "Cohort 2x2 (Events)"},
+         ExitRefused,
+         "x.csv: the file cannot be opened"},
+        {{"compute", broken, "--format", "Cohort 2x2 (Events)"},
+         ExitRefused,
+         "broken.csv, line 2, column 1: the quote"},
+        {{"compute", "study.syn"}, ExitRefused, "project files"},
+    };
+    for (const auto& c : cases) {
+        const Ran ran = RunCli(c.args);
+        const std::string name = c.args.empty() ? "(none)" : c.args.front();
+        EXPECT_EQ(ran.status, c.status) << name << ": " << ran.err;
+        EXPECT_NE(ran.err.find(c.err), std::string::npos) << name << ": " << ran.err;
+    }
+    EXPECT_NE(RunCli({"--version"}).out.find(SYNTHARA_VERSION), std::string::npos);
+}
+
+TEST(ComputeCommand, JsonRowsCarryIndicesAndErrors) {
+    const std::string path = WriteFile("events.csv", kEvents);
+    const Ran ran =
+        RunCli({"compute", path, "--format", "Events and sample size in each group", "--json"});
+    ASSERT_EQ(ran.status, ExitDone) << ran.err;
+    EXPECT_EQ(ran.out.find("nan"), std::string::npos);
+    const auto doc = nlohmann::json::parse(ran.out);
+    const auto& rows = doc.at("rows");
+    ASSERT_EQ(rows.size(), 2u);  // the blank line is no row, yet it counts
+    EXPECT_EQ(rows[0].at("row"), 1);
+    EXPECT_EQ(rows[1].at("row"), 3);
+    EXPECT_EQ(rows[0].at("study"), "Aronson 1948");
+    EXPECT_EQ(rows[0].at("format"), "Events and sample size in each group");
+    EXPECT_TRUE(rows[0].at("errors").empty());
+    const auto& ratio = rows[0].at("indices").at("Odds ratio");
+    EXPECT_TRUE(ratio.at("point").is_number());
+    EXPECT_TRUE(ratio.at("se").is_null());
+    EXPECT_TRUE(ratio.at("variance").is_null());
+    EXPECT_TRUE(rows[0].at("indices").at("Log odds ratio").at("se").is_number());
+    EXPECT_FALSE(rows[1].at("errors").empty());
+    EXPECT_TRUE(rows[1].at("indices").empty());
+}
+
+TEST(ComputeCommand, ReadableTableShowsThePrimaryIndex) {
+    const std::string path = WriteFile("events.csv", kEvents);
+    const Ran ran = RunCli({"compute", path, "--format", "Cohort 2x2 (Events)"});
+    ASSERT_EQ(ran.status, ExitDone) << ran.err;
+    EXPECT_NE(ran.out.find("Aronson 1948"), std::string::npos) << ran.out;
+    EXPECT_NE(ran.out.find("Odds ratio"), std::string::npos) << ran.out;
+    EXPECT_NE(ran.out.find("0.391"), std::string::npos) << ran.out;
+}
+
+}  // namespace
+}  // namespace synthara::cli
