@@ -1,1 +1,296 @@
-// filled in by its owner
+#include "effectsize/Compute.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "effectsize/ComputeFromEvents.h"
+#include "sheet/Cell.h"
+#include "sheet/FormatCatalogue.h"
+
+namespace synthara::effectsize {
+
+namespace {
+
+using sheet::Procedure;
+using ProcedureFn = void (*)(std::string_view, WorkingSet&, ComputeContext&);
+
+constexpr std::size_t kProcedureCount = static_cast<std::size_t>(Procedure::ComputePointCorr) + 1;
+
+// The procedures that are built, by the catalogue's procedure of a format.
+// A procedure without an entry computes nothing: its rows stay invalid.
+constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
+    std::array<ProcedureFn, kProcedureCount> table{};
+    table[static_cast<std::size_t>(Procedure::ComputeFromEvents)] = &ComputeFromEvents;
+    return table;
+}
+constexpr std::array<ProcedureFn, kProcedureCount> kProcedures = MakeProcedureTable();
+
+ProcedureFn ProcedureOf(Procedure procedure) {
+    const auto at = static_cast<std::size_t>(procedure);
+    return at < kProcedures.size() ? kProcedures[at] : nullptr;
+}
+
+std::size_t At(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+constexpr double kNoValue = std::numeric_limits<double>::quiet_NaN();
+
+// The display columns of one index; col[attr] is -1 where the sheet has none.
+struct IndexColumns {
+    int index = 0;
+    std::array<int, 6> col{};
+};
+
+std::vector<IndexColumns> CollectDisplayColumns(const sheet::Sheet& sheet) {
+    std::vector<IndexColumns> found;
+    for (int i = 1; i <= IndexCount; ++i) {
+        IndexColumns entry{i, {-1, -1, -1, -1, -1, -1}};
+        bool any = false;
+        for (int attr = 1; attr <= 5; ++attr) {
+            const int col = sheet.DisplayColTable[At(i)][At(attr)];
+            if (col > 0) {
+                entry.col[At(attr)] = col;
+                any = true;
+            }
+        }
+        if (any) found.push_back(entry);
+    }
+    return found;
+}
+
+// Where a format's roles stand. Consecutive rows mostly share a format, so
+// the lookup is done once per run of rows and not once per row.
+struct RolePlan {
+    bool loaded = false;
+    std::string format;
+    Procedure procedure = Procedure::None;
+    std::array<int, MaxRoles> col{};  // -1: the role has no column
+    std::array<std::string, MaxRoles> labels;
+};
+
+void LoadPlan(sheet::Sheet& sheet, std::string_view format, RolePlan& plan) {
+    sheet.FindESCols(format);
+    plan.loaded = true;
+    plan.format.assign(format);
+    plan.procedure = sheet::ProcedureFor(format);
+    for (int role = 0; role < MaxRoles; ++role) {
+        const int col = sheet.EntryColCount[At(role)] > 0 ? sheet.EntryColIndex[At(role)] : 0;
+        plan.col[At(role)] = col > 0 && col < sheet.flex.Cols() ? col : -1;
+        plan.labels[At(role)] =
+            plan.col[At(role)] > 0 ? sheet.ColumnLabel(plan.col[At(role)]) : std::string();
+    }
+}
+
+// Reads the row's entries by role; true when at least one is present.
+bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
+                 WorkingSet& ws) {
+    bool any = false;
+    for (std::size_t role = 0; role < At(MaxRoles); ++role) {
+        ws.EntryVals[role] = 0;
+        ws.EntryMissing[role] = true;
+        ws.EntryText[role].clear();
+        if (roleCol[role] < 0) continue;
+        const sheet::Cell& cell = flex.At(row, roleCol[role]);
+        double value = 0;
+        bool numeric = false;
+        if (cell.IsNumber()) {
+            value = cell.Number();
+            numeric = true;
+            ws.EntryText[role] = cell.Text();
+        } else if (cell.IsText()) {
+            const std::string_view text = cell.TextView();
+            ws.EntryText[role].assign(text);
+            numeric = !text.empty() && sheet::ParseNumber(text, value);
+        }
+        if (numeric) {
+            ws.EntryVals[role] = value;
+            ws.EntryMissing[role] = false;
+            any = true;
+        }
+    }
+    return any;
+}
+
+void ClearIfSet(sheet::Grid& flex, int row, int col) {
+    if (!flex.IsBlank(row, col)) flex.ClearCell(row, col);
+}
+
+// Writes trails into a row. Sibling indices often carry the same trail, and a
+// cell shares its text, so each distinct trail is stored once per row; a cell
+// that already reads the same is left alone.
+class TrailWriter {
+  public:
+    void StartRow() { written_.clear(); }
+
+    void Write(sheet::Grid& flex, int row, int col, const std::string& text) {
+        if (text.empty()) {
+            ClearIfSet(flex, row, col);
+            return;
+        }
+        const sheet::Cell& current = flex.At(row, col);
+        if (current.IsText() && current.TextView() == text) return;
+        for (const auto& [source, cell] : written_) {
+            if (source->size() == text.size() && *source == text) {
+                flex.Set(row, col, cell);
+                return;
+            }
+        }
+        written_.emplace_back(&text, sheet::Cell::FromText(text));
+        flex.Set(row, col, written_.back().second);
+    }
+
+  private:
+    std::vector<std::pair<const std::string*, sheet::Cell>> written_;
+};
+
+// One row between its computation and the writing of its cells.
+struct PendingRow {
+    int row = 0;
+    bool hasEntry = false;
+    std::array<int, MaxRoles> roleCol{};
+    std::string labelsFormat;
+    WorkingSet ws;
+    TrailWriter trails;
+};
+
+// The grid keeps each column's cells together, so results are written for a
+// block of rows one column at a time rather than row by row across hundreds
+// of columns.
+void WriteBlock(sheet::Grid& flex, std::vector<PendingRow>& block, std::size_t count,
+                const std::vector<IndexColumns>& display) {
+    for (std::size_t k = 0; k < count; ++k)
+        block[k].trails.StartRow();
+    for (const auto& index : display) {
+        const int i = index.index;
+        const bool hasPoint = index.col[1] > 0;
+        for (int attr = 1; attr <= 4; ++attr) {
+            const int col = index.col[At(attr)];
+            if (col <= 0) continue;
+            for (std::size_t k = 0; k < count; ++k) {
+                const PendingRow& p = block[k];
+                if (p.hasEntry && !hasPoint) continue;
+                // An attribute the procedure never set (the ratios have a
+                // point only) leaves its cell empty.
+                const double value = p.hasEntry && p.ws.IsValid(i) ? p.ws.Es(attr, i) : kNoValue;
+                if (value == value)
+                    flex.SetNumber(p.row, col, value);
+                else
+                    ClearIfSet(flex, p.row, col);
+            }
+        }
+        const int formulaCol = index.col[5];
+        if (formulaCol <= 0) continue;
+        for (std::size_t k = 0; k < count; ++k) {
+            PendingRow& p = block[k];
+            if (!p.hasEntry) {
+                ClearIfSet(flex, p.row, formulaCol);
+            } else if (hasPoint) {
+                const bool failed = !p.ws.IsValid(i) && !p.ws.RowErrors.empty();
+                p.trails.Write(flex, p.row, formulaCol,
+                               failed ? p.ws.RowErrors : p.ws.EsFormula[At(i)]);
+            }
+        }
+    }
+}
+
+// The row's error text and the colours of its entry cells. A row without
+// entries keeps both as they were.
+void WriteEntryState(sheet::Grid& flex, int errorCol, PendingRow& p) {
+    WorkingSet& ws = p.ws;
+    for (std::size_t role = 0; role < At(MaxRoles); ++role)
+        if (ws.EntryMissing[role]) ws.EntryMarks[role].clear();
+    if (errorCol >= 0) {
+        if (ws.RowErrors.empty())
+            ClearIfSet(flex, p.row, errorCol);
+        else if (!flex.TextIs(p.row, errorCol, ws.RowErrors))
+            flex.SetText(p.row, errorCol, ws.RowErrors);
+    }
+    // The entered text stays in its cell as typed; only the colour changes.
+    for (std::size_t role = 0; role < At(MaxRoles); ++role) {
+        const int col = p.roleCol[role];
+        if (col < 0) continue;
+        const sheet::BackColor wanted =
+            ws.EntryMarks[role].empty() ? sheet::kNoBackColor : sheet::kRed;
+        if (flex.CellBackColor(p.row, col) != wanted) flex.SetCellBackColor(p.row, col, wanted);
+    }
+}
+
+// Reads and computes one row into its slot of the block.
+void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, PendingRow& p,
+                ComputeContext& context) {
+    sheet::Grid& flex = sheet.flex;
+    p.row = row;
+    p.hasEntry = false;
+    p.ws.Reset();
+    const std::string_view format =
+        formatCol >= 0 ? flex.At(row, formatCol).TextView() : std::string_view();
+    if (format.empty()) return;
+    if (!plan.loaded || format != plan.format) LoadPlan(sheet, format, plan);
+    p.roleCol = plan.col;
+    if (!ReadEntries(flex, row, p.roleCol, p.ws)) return;
+    p.hasEntry = true;
+    if (p.labelsFormat != plan.format) {
+        p.labelsFormat = plan.format;
+        p.ws.EntryLabels = plan.labels;
+    }
+    if (ProcedureFn procedure = ProcedureOf(plan.procedure)) procedure(plan.format, p.ws, context);
+}
+
+}  // namespace
+
+void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context) {
+    if (ProcedureFn procedure = ProcedureOf(sheet::ProcedureFor(format)))
+        procedure(format, ws, context);
+}
+
+void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& context) {
+    sheet::Grid& flex = sheet.flex;
+    if (firstRow == 0) firstRow = flex.FixedRows();
+    if (lastRow == 0) lastRow = flex.Rows() - 1;
+    sheet.FindCols();
+    sheet.FindFormats(firstRow, lastRow);
+    if (firstRow > lastRow) return;
+
+    const int first = std::max(firstRow, flex.FixedRows());
+    const int last = std::min(lastRow, flex.Rows() - 1);
+    const std::vector<IndexColumns> display = CollectDisplayColumns(sheet);
+    const int formatCol = sheet.FormatCol();
+    const int errorCol = sheet.ErrorCol();
+
+    constexpr std::size_t kBlockRows = 64;
+    std::vector<PendingRow> block(kBlockRows);
+    RolePlan plan;
+    for (int blockStart = first; blockStart <= last; blockStart += static_cast<int>(kBlockRows)) {
+        const std::size_t count =
+            std::min(kBlockRows, static_cast<std::size_t>(last - blockStart + 1));
+        for (std::size_t k = 0; k < count; ++k)
+            ComputeRow(sheet, blockStart + static_cast<int>(k), formatCol, plan, block[k], context);
+        WriteBlock(flex, block, count, display);
+        for (std::size_t k = 0; k < count; ++k)
+            if (block[k].hasEntry) WriteEntryState(flex, errorCol, block[k]);
+    }
+}
+
+void RestoreVals(double& A, double& B, double& C, double& D, const Table2x2& cells, bool addFudge,
+                 bool& added, bool paired) {
+    A = cells[1][1];
+    B = cells[1][2];
+    C = cells[2][1];
+    D = cells[2][2];
+    added = false;
+    // The same 0.5 serves paired and independent tables alike.
+    const double fudge = paired ? 0.5 : 0.5;
+    if (addFudge && A * B * C * D == 0) {
+        A += fudge;
+        B += fudge;
+        C += fudge;
+        D += fudge;
+        added = true;
+    }
+}
+
+}  // namespace synthara::effectsize

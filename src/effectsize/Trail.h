@@ -1,5 +1,6 @@
 #pragma once
 // Error texts and formula trails, built exactly as the user reads them.
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,11 @@ std::vector<std::string> SplitErrors(std::string_view errors);
 // section "A" opens a trail, "T" adds a title after a blank line, "S" adds a
 // step; any other letter adds nothing. Lines end in CR LF.
 void AddFormula(std::string& trail, std::string_view line, std::string_view section);
+
+// One line of a trail from its pieces, allocated once.
+std::string Cat(std::initializer_list<std::string_view> parts);
+// A step made of pieces: AddFormula(trail, Cat(parts), "S") without the temporary.
+void AddStep(std::string& trail, std::initializer_list<std::string_view> parts);
 
 // Counts: a whole number as "0", otherwise with one decimal ("0.0").
 std::string G1(double value);

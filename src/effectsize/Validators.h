@@ -14,5 +14,7 @@ void CheckNonEventsAndN(int nonEventsRole, int nRole, WorkingSet& ws);
 void CheckEventsNonEvents(int eventsRole, int nonEventsRole, WorkingSet& ws);
 void CheckEventRateN(int rateRole, int nRole, WorkingSet& ws);
 void CheckR(int role, WorkingSet& ws);
+// The four pair counts S, T, U, V of a matched table, in roles firstRole..firstRole + 3.
+void CheckSTUV(int firstRole, WorkingSet& ws);
 
 }  // namespace synthara::effectsize

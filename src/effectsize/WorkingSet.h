@@ -17,14 +17,13 @@ namespace Ix {
 inline constexpr int LogOddsRatio = 1, OddsRatio = 2, LogRiskRatio = 3, RiskRatio = 4,
                      LogRateRatio = 5, RateRatio = 6, LogHazardRatio = 7, HazardRatio = 8,
                      RiskDifference = 9, RateDifference = 10, DifferenceInMeans = 11,
-                     StdDiffInMeans = 12, HedgesG = 13, StdPairedDifference = 14,
-                     Correlation = 15, FishersZ = 16, LogitEventRate = 17, EventRate = 18,
-                     Mean = 19, PointEstimate = 20, PointRaw = 21, PointLog = 22,
-                     LogPetoOddsRatio = 23, PetoOddsRatio = 24, PetoOE = 25, PetoV = 26,
-                     MHCellA = 27, MHCellB = 28, MHCellC = 29, MHCellD = 30, N1 = 31, N2 = 32,
-                     N3 = 33, Events1 = 34, Events2 = 35, Events3 = 36, MHLogOddsRatio = 64,
-                     MHOddsRatio = 65, MHLogRiskRatio = 66, MHRiskRatio = 67,
-                     MHRiskDifference = 68;
+                     StdDiffInMeans = 12, HedgesG = 13, StdPairedDifference = 14, Correlation = 15,
+                     FishersZ = 16, LogitEventRate = 17, EventRate = 18, Mean = 19,
+                     PointEstimate = 20, PointRaw = 21, PointLog = 22, LogPetoOddsRatio = 23,
+                     PetoOddsRatio = 24, PetoOE = 25, PetoV = 26, MHCellA = 27, MHCellB = 28,
+                     MHCellC = 29, MHCellD = 30, N1 = 31, N2 = 32, N3 = 33, Events1 = 34,
+                     Events2 = 35, Events3 = 36, MHLogOddsRatio = 64, MHOddsRatio = 65,
+                     MHLogRiskRatio = 66, MHRiskRatio = 67, MHRiskDifference = 68;
 }  // namespace Ix
 
 // The computation options; Settings rows 80 to 83 of a project.
@@ -47,8 +46,12 @@ struct WorkingSet {
     std::array<std::string, IndexCount + 1> EsFormula;
     std::string RowErrors;
 
-    double& Es(int k, int i) { return EsResults[static_cast<std::size_t>(k)][static_cast<std::size_t>(i)]; }
-    double Es(int k, int i) const { return EsResults[static_cast<std::size_t>(k)][static_cast<std::size_t>(i)]; }
+    double& Es(int k, int i) {
+        return EsResults[static_cast<std::size_t>(k)][static_cast<std::size_t>(i)];
+    }
+    double Es(int k, int i) const {
+        return EsResults[static_cast<std::size_t>(k)][static_cast<std::size_t>(i)];
+    }
     bool IsValid(int i) const { return Es(4, i) != 0.0; }
     // Point, StdErr, Variance of index i, and Valid 1.
     void SetResult(int i, double point, double se, double variance);

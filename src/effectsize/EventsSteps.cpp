@@ -1,0 +1,398 @@
+#include "effectsize/EventsSteps.h"
+
+#include <cmath>
+#include <utility>
+
+#include "effectsize/Trail.h"
+#include "stats/Formulas.h"
+
+namespace synthara::effectsize::events {
+
+namespace {
+
+constexpr std::string_view kUndefined =
+    "Cannot be computed when event rate is 0% or 100% in both groups";
+constexpr std::string_view kAdded = "One or more cells was empty, so 0.5 was added to each cell";
+constexpr std::string_view kPetoTitle = "Peto Odds ratio";
+constexpr std::string_view kPi = "3.14159265358979";
+
+// A trail of a title and one step, after the head of the cells when given.
+void TitledNote(std::string& trail, const std::string* head, std::string_view title,
+                std::string_view step) {
+    if (head)
+        trail = *head;
+    else
+        trail.clear();
+    AddFormula(trail, title, "T");
+    AddFormula(trail, step, "S");
+}
+
+}  // namespace
+
+bool LogOddsStep(EventsRow& row) {
+    double A, B, C, D;
+    bool added;
+    row.Restore(A, B, C, D, true, added);
+    row.n1 = A + B;
+    row.n2 = C + D;
+    row.nTot = row.n1 + row.n2;
+    const double logOdds = std::log((A * D) / (B * C));
+    double variance = 1 / A + 1 / B + 1 / C + 1 / D;
+    if (row.paired) variance -= 2 * row.deltaOverN;
+    if (variance < 0) {
+        row.context.NegativeVariance = true;
+        return false;
+    }
+    row.context.NegativeVariance = false;
+    const double se = std::sqrt(variance);
+    const double oddsRatio = std::exp(logOdds);
+    row.logOdds = logOdds;
+    row.logOddsSE = se;
+    row.ws.SetResult(Ix::LogOddsRatio, logOdds, se, se * se);
+    row.ws.SetPoint(Ix::OddsRatio, oddsRatio);
+
+    std::string& t = row.Trail(Ix::LogOddsRatio);
+    t.reserve(row.head.size() + 768);
+    t = row.head;
+    AddFormula(t, "", "S");
+    AddFormula(t, "LogOddsRatio = Log((A * D) / (B * C))", "S");
+    AddFormula(t,
+               row.paired ? "LogOddsVariance = (1 / A + 1 / B + 1 / C + 1 / D) - 2 * DeltaOverN"
+                          : "LogOddsVariance = (1 / A + 1 / B + 1 / C + 1 / D)",
+               "S");
+    AddFormula(t, "LogOddsSE = Sqr(LogOddsVariance)", "S");
+    AddFormula(t, "OddsRatio = Exp(LogOddsRatio)", "S");
+    AddFormula(t, "", "S");
+    if (added) {
+        AddFormula(t, kAdded, "S");
+        AddFormula(t, "for computation of Log odds ratio and its variance", "S");
+        AddFormula(t, "", "S");
+    }
+    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), lor = G3(logOdds),
+                      var = G3(variance);
+    AddStep(t, {"LogOddsRatio = Log((", a, " * ", d, ") / (", b, " * ", c, ")) = ", lor});
+    const std::string delta = row.paired ? Cat({" - 2 * ", G3(row.deltaOverN)}) : std::string();
+    AddStep(t, {"LogOddsVariance = (1 / ", a, " + 1 / ", b, " + 1 / ", c, " + 1 / ", d, ")", delta,
+                " = ", var});
+    AddStep(t, {"LogOddsSE = Sqr(", var, ") = ", G3(se)});
+    AddStep(t, {"OddsRatio = Exp(", lor, ") = ", G3(oddsRatio)});
+    row.Trail(Ix::OddsRatio) = t;
+    return true;
+}
+
+void StdDiffStep(EventsRow& row) {
+    const double d = std::sqrt(3.0) * row.logOdds / stats::PI;
+    const double se = std::sqrt((3 * row.logOddsSE * row.logOddsSE) / (stats::PI * stats::PI));
+    row.stdDiff = d;
+    row.stdDiffSE = se;
+    row.ws.SetResult(Ix::StdDiffInMeans, d, se, se * se);
+
+    std::string& t = row.Trail(Ix::StdDiffInMeans);
+    t.reserve(640);
+    AddFormula(t, "Standardized mean difference (d)", "T");
+    AddFormula(t, "Starting with cells in 2x2 table,", "S");
+    AddFormula(t, "first compute the Log odds ratio, and then convert to d.", "S");
+    AddFormula(t, "", "S");
+    AddFormula(t, "StdDiff = Sqr(3) * LogOddsRatio / PI", "S");
+    AddFormula(t, "StdDiffSE = Sqr((3 * (LogOddsSE ^ 2)) / PI ^ 2)", "S");
+    AddFormula(t, "StdDiffVar = StdDiffSE ^ 2", "S");
+    AddFormula(t, "", "S");
+    const std::string seText = G3(se);
+    AddStep(t, {"StdDiff = Sqr(3) * ", G3(row.logOdds), " / ", kPi, " = ", G3(d)});
+    AddStep(t, {"StdDiffSE = Sqr((3 * (", G3(row.logOddsSE), " ^ 2)) / ", kPi, " ^ 2) = ", seText});
+    AddStep(t, {"StdDiffVar = ", seText, " ^ 2 = ", G3(se * se)});
+    AddFormula(t, "", "S");
+    AddFormula(t, "To display computation of Odds ratio,", "S");
+    AddFormula(t, "select 'Odds ratio' tab on this form.", "S");
+}
+
+void PairedStdDiffStep(EventsRow& row) {
+    const double imputedR = row.context.options.ImputedR;
+    const double divisor = std::sqrt(2 * (1 - imputedR));
+    const double d = row.stdDiff / divisor;
+    const double se = row.stdDiffSE / divisor;
+    row.ws.SetResult(Ix::StdPairedDifference, d, se, se * se);
+
+    static constexpr std::string_view kLines[] = {
+        "Starting with binary data in a 2x2 table,",
+        "the program computes the Log odds ratio",
+        "then converts that to a Standardized mean difference (d)",
+        "where d is standardized by the pooled SD within groups.",
+        "For details on the computation of Log odds ratio",
+        "or of d, select the corresponding tab in this window.",
+        "The program then imputes the value of d (paired).",
+        "Assuming a correlation between scores in the two groups,",
+        "d (paired) is standardized by the SD of A minus B.",
+    };
+    std::string& t = row.Trail(Ix::StdPairedDifference);
+    t.reserve(1024);
+    AddFormula(t, "Paired standardized mean difference", "T");
+    for (std::string_view line : kLines)
+        AddFormula(t, line, "S");
+    AddFormula(t, "", "S");
+    AddFormula(t, "StdPairedDiff = StdDiff / Sqr(2 * (1 - ImputedR))", "S");
+    AddFormula(t, "StdPairedDiffSE = StdDiffSE / Sqr(2 * (1 - ImputedR))", "S");
+    AddFormula(t, "StdPairedDiffVar = StdPairedDiffSE ^ 2", "S");
+    AddFormula(t, "", "S");
+    const std::string r = G3(imputedR), seText = G3(se);
+    AddStep(t, {"StdPairedDiff = ", G3(row.stdDiff), " / Sqr(2 * (1 - ", r, ")) = ", G3(d)});
+    AddStep(t, {"StdPairedDiffSE = ", G3(row.stdDiffSE), " / Sqr(2 * (1 - ", r, ")) = ", seText});
+    AddStep(t, {"StdPairedDiffVar = ", seText, " ^ 2 = ", G3(se * se)});
+}
+
+void HedgesGStep(EventsRow& row) {
+    // The degrees of freedom are whole; fractional tables (from rates, or
+    // with 0.5 added) round half to even.
+    const int df = static_cast<int>(std::nearbyint(row.nTot - 2));
+    const int method = row.context.options.GVarianceMethod;
+    const double j = stats::CorrectionJ(df);
+    const double g = row.stdDiff * j;
+    const double se = stats::GSEFromD(row.stdDiff, row.stdDiffSE, df, true, method);
+    const double seAgain = stats::GSEFromD(row.stdDiff, row.stdDiffSE, df, true, method);
+    const double variance = seAgain * seAgain;
+    row.ws.SetResult(Ix::HedgesG, g, se, variance);
+
+    std::string& t = row.Trail(Ix::HedgesG);
+    t.reserve(640);
+    const std::string dfText = std::to_string(df), jText = G3(j), seText = G3(se);
+    AddFormula(t, "Standardized mean difference corrected for bias (Hedges' g)", "T");
+    AddFormula(t, "To compute g, the program computes a correction factor J,", "S");
+    AddFormula(t, "J = 1 - (3 / (4 * df - 1))", "S");
+    AddFormula(t, "Where df = NTot - 2", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"df = ", G1(row.nTot), " - 2 = ", dfText});
+    AddStep(t, {"J = 1 - (3 / (4 * ", dfText, " - 1)) = ", jText});
+    AddFormula(t, "Computation of g", "T");
+    AddFormula(t, "g = d * J", "S");
+    AddFormula(t, "StdErr(g) = StdErr(d) * J", "S");
+    AddFormula(t, "Variance(g) = StdErr(g) ^ 2", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"g = ", G3(row.stdDiff), " * ", jText, " = ", G3(g)});
+    AddStep(t, {"StdErr(g) = ", G3(row.stdDiffSE), " * ", jText, " = ", seText});
+    AddStep(t, {"Variance(g) = ", seText, " ^ 2 = ", G3(variance)});
+}
+
+void CorrelationStep(EventsRow& row) {
+    // Sizes of one or less would divide by zero; the formula then takes both
+    // as 1, so that a = 4. The trail prints 4 in every case.
+    double n1 = row.n1, n2 = row.n2;
+    if (!(n1 > 1 && n2 > 1)) n1 = n2 = 1;
+    const double d = row.stdDiff, dSE = row.stdDiffSE;
+    const double r = stats::DToR(d, n1, n2);
+    const double rSE = stats::DSEToRSE(dSE, d, n1, n2);
+    const double z = stats::FisherZ(r);
+    const double zSE = rSE / (1 - r * r);
+    row.ws.SetResult(Ix::Correlation, r, rSE, rSE * rSE);
+    row.ws.SetResult(Ix::FishersZ, z, zSE, zSE * zSE);
+
+    std::string& t = row.Trail(Ix::Correlation);
+    t.reserve(640);
+    const std::string dText = G3(d), rText = G3(r), rSEText = G3(rSE);
+    AddFormula(t, "Correlation (r) and Fisher's Z", "T");
+    AddFormula(t, "r = d / Sqr(d ^ 2 + 4)", "S");
+    AddFormula(t, "StdErr(r) = Sqr(16 * StdErr(d) ^ 2 / ((d ^ 2 + 4) ^ 3))", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"r = ", dText, " / Sqr(", dText, " ^ 2 + 4) = ", rText});
+    AddStep(t,
+            {"StdErr(r) = Sqr(16 * ", G3(dSE), " ^ 2 / ((", dText, " ^ 2 + 4) ^ 3)) = ", rSEText});
+    AddFormula(t, "Computation of Z", "T");
+    AddFormula(t, "Z = 0.5 * Log((1 + r) / (1 - r))", "S");
+    AddFormula(t, "StdErr(Z) = StdErr(r) / (1 - r ^ 2)", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"Z = 0.5 * Log((1 + ", rText, ") / (1 - ", rText, ")) = ", G3(z)});
+    AddStep(t, {"StdErr(Z) = ", rSEText, " / (1 - ", rText, " ^ 2) = ", G3(zSE)});
+}
+
+void UndefinedTableStep(EventsRow& row) {
+    static constexpr std::pair<int, std::string_view> kTitles[] = {
+        {Ix::LogOddsRatio, "Odds ratio"},
+        {Ix::StdDiffInMeans, "Standardized mean difference (d)"},
+        {Ix::HedgesG, "Corrected standardized mean difference (g)"},
+        {Ix::StdPairedDifference, "Standardized paired mean difference (D)"},
+        {Ix::Correlation, "Correlation (r)"},
+        {Ix::FishersZ, "Fisher's Z"},
+    };
+    for (const auto& [index, title] : kTitles)
+        TitledNote(row.Trail(index), nullptr, title, kUndefined);
+    row.Trail(Ix::OddsRatio) = row.Trail(Ix::LogOddsRatio);
+}
+
+void PetoStep(EventsRow& row, bool undefinedTable) {
+    std::string& t = row.Trail(Ix::LogPetoOddsRatio);
+    auto copyTrail = [&] {
+        for (int index : {Ix::PetoOddsRatio, Ix::PetoOE, Ix::PetoV})
+            row.Trail(index) = t;
+    };
+    if (row.paired || undefinedTable) {
+        TitledNote(t, &row.head, kPetoTitle,
+                   row.paired ? "Is not computed for paired data" : kUndefined);
+        copyTrail();
+        return;
+    }
+    // Peto's method works on the table as entered, never with 0.5 added.
+    double A, B, C, D;
+    bool added;
+    row.Restore(A, B, C, D, false, added);
+    const double total = A + B + C + D;
+    const double expected = ((A + C) * (A + B)) / total;
+    const double v = ((A + B) * (C + D) * (A + C) * (B + D)) / (total * total * (total - 1));
+    const double oMinusE = A - expected;
+    const double logPeto = oMinusE / v;
+    if (!PetoComputable(logPeto)) {
+        TitledNote(t, &row.head, kPetoTitle, "cannot be computed from entered data");
+        AddFormula(t, "", "S");
+        copyTrail();
+        return;
+    }
+    const double se = std::sqrt(1 / v);
+    row.ws.SetResult(Ix::LogPetoOddsRatio, logPeto, se, se * se);
+    row.ws.SetPoint(Ix::PetoOddsRatio, std::exp(logPeto));
+    row.ws.SetPoint(Ix::PetoOE, oMinusE);
+    row.ws.SetPoint(Ix::PetoV, v);
+
+    t.reserve(row.head.size() + 1024);
+    t = row.head;
+    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), tot = G1(total),
+                      eText = G3(expected), vText = G3(v), oeText = G3(oMinusE),
+                      logText = G3(logPeto), seText = G3(se);
+    AddFormula(t, "", "S");
+    AddFormula(t, "T = A + B + C + D", "S");
+    AddFormula(t, "O = A", "S");
+    AddFormula(t, "E = ((A + B) * (A + C)) / T", "S");
+    AddFormula(t, "V = ((A + B) * (C + D) * (A + C) * (B + D)) / (Total ^ 2 * (Total - 1))", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"T = ", a, " + ", b, " + ", c, " + ", d, " = ", tot});
+    AddStep(t, {"O = ", a});
+    AddStep(t, {"E = ((", a, " + ", b, ") * (", a, " + ", c, ")) / ", tot, " = ", eText});
+    AddStep(t, {"V = ((", a, " + ", b, ") * (",  c,   " + ",      d,   ") * (",     a,    " + ", c,
+                ") * (",  b, " + ", d, ")) / (", tot, " ^ 2 * (", tot, " - 1)) = ", vText});
+    AddFormula(t, "", "S");
+    AddFormula(t, "O-E = Observed - Expected", "S");
+    AddFormula(t, "Peto LogOddsRatio = (Observed - Expected) / Variance", "S");
+    AddFormula(t, "StdErr = Sqr(1 / Variance)", "S");
+    AddFormula(t, "Variance = StdErr ^ 2", "S");
+    AddFormula(t, "Peto OddsRatio = Exp(LogOddsRatio)", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"O-E = ", a, " - ", eText, " = ", oeText});
+    AddStep(t, {"Peto LogOddsRatio = (", oeText, ") / ", vText, " = ", logText});
+    AddStep(t, {"StdErr = Sqr(1 / ", vText, ") = ", seText});
+    AddStep(t, {"Variance = ", seText, " ^ 2 = ", G3(se * se)});
+    AddStep(t, {"PetoOddsRatio = Exp(", logText, ") = ", G3(std::exp(logPeto))});
+    copyTrail();
+}
+
+void RiskRatioStep(EventsRow& row, bool undefinedTable) {
+    std::string& t = row.Trail(Ix::LogRiskRatio);
+    if (row.paired || undefinedTable) {
+        TitledNote(t, &row.head, "Risk ratio",
+                   row.paired ? "Is not computed from paired data" : kUndefined);
+        row.Trail(Ix::RiskRatio) = t;
+        return;
+    }
+    double A, B, C, D;
+    bool added;
+    row.Restore(A, B, C, D, true, added);
+    const double n1 = A + B, n2 = C + D;
+    const double logRisk = std::log((A / n1) / (C / n2));
+    const double variance = (B / A) / (B + A) + (D / C) / (D + C);
+    const double se = std::sqrt(variance);
+    const double riskRatio = std::exp(logRisk);
+    row.ws.SetResult(Ix::LogRiskRatio, logRisk, se, se * se);
+    row.ws.SetPoint(Ix::RiskRatio, riskRatio);
+
+    t.reserve(row.head.size() + 1024);
+    t = row.head;
+    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), n1Text = G1(n1), n2Text = G1(n2),
+                      logText = G3(logRisk), varText = G3(variance);
+    AddFormula(t, "Risk ratio", "T");
+    AddFormula(t, "N1 = A + B", "S");
+    AddFormula(t, "N2 = C + D", "S");
+    AddFormula(t, "", "S");
+    AddStep(t, {"N1 = ", a, " + ", b, " = ", n1Text});
+    AddStep(t, {"N2 = ", c, " + ", d, " = ", n2Text});
+    AddFormula(t, "", "S");
+    AddFormula(t, "LogRiskRatio = Log((A / N1) / (C / N2))", "S");
+    AddFormula(t, "LogRiskVariance = (B / A) / (B + A) + (D / C) / (D + C)", "S");
+    AddFormula(t, "LogRiskSE = Sqr(LogRiskVariance)", "S");
+    AddFormula(t, "RiskRatio = Exp(LogRiskRatio)", "S");
+    AddFormula(t, "", "S");
+    AddStep(
+        t, {"LogRiskRatio = Log((", a, " / ", n1Text, ") / (", c, " / ", n2Text, ")) = ", logText});
+    AddStep(t, {"LogRiskVariance = (", b, " / ", a, ") / (", b, " + ", a, ") + (", d, " / ", c,
+                ") / (", d, " + ", c, ") = ", varText});
+    AddStep(t, {"LogRiskSE = Sqr(", varText, ") = ", G3(se)});
+    AddStep(t, {"RiskRatio = Exp(", logText, ") = ", G3(riskRatio)});
+    if (added) {
+        AddFormula(t, "", "S");
+        AddFormula(t, kAdded, "S");
+        AddFormula(t, "for computation of Log risk ratio and its variance", "S");
+    }
+    row.Trail(Ix::RiskRatio) = t;
+}
+
+void RiskDifferenceStep(EventsRow& row) {
+    std::string& t = row.Trail(Ix::RiskDifference);
+    if (row.paired) {
+        TitledNote(t, &row.head, "Risk difference", "Is not computed from paired data");
+        return;
+    }
+    // The point rests on the table as entered; only the variance needs the
+    // 0.5 when a cell is empty.
+    double A, B, C, D;
+    bool added;
+    row.Restore(A, B, C, D, false, added);
+    const double riskDiff = A / (A + B) - C / (C + D);
+    row.Restore(A, B, C, D, true, added);
+    const double p1 = A / (A + B), q1 = B / (A + B), p2 = C / (C + D), q2 = D / (C + D);
+    const double se = std::sqrt(((p1 * q1) / (A + B)) + ((p2 * q2) / (C + D)));
+    row.ws.SetResult(Ix::RiskDifference, riskDiff, se, se * se);
+
+    t.reserve(row.head.size() + 1024);
+    t = row.head;
+    AddFormula(t, "Risk difference", "T");
+    AddFormula(t, "P1 = A / (A + B)", "S");
+    AddFormula(t, "Q1 = B / (A + B)", "S");
+    AddFormula(t, "P2 = C / (C + D)", "S");
+    AddFormula(t, "Q2 = D / (C + D)", "S");
+    AddFormula(t, "", "S");
+    AddFormula(t, "RiskDiff = A / (A + B) - C / (C + D)", "S");
+    AddFormula(t, "RiskDiffSE = Sqr(((P1 * Q1) / (A + B)) + ((P2 * Q2) / (C + D)))", "S");
+    AddFormula(t, "", "T");
+    if (added) {
+        AddFormula(t, kAdded, "S");
+        AddFormula(t, "for computation of the Risk difference variance ", "S");
+        AddFormula(t, "but not for computation of the Risk difference itself", "S");
+        AddFormula(t, "", "S");
+    }
+    // The numbered lines show the cells the variance used, also for the point.
+    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), p1Text = G3(p1), q1Text = G3(q1),
+                      p2Text = G3(p2), q2Text = G3(q2);
+    AddStep(t, {"P1 = ", a, " / (", a, " + ", b, ") = ", p1Text});
+    AddStep(t, {"Q1 = ", b, " / (", a, " + ", b, ") = ", q1Text});
+    AddStep(t, {"P2 = ", c, " / (", c, " + ", d, ") = ", p2Text});
+    AddStep(t, {"Q2 = ", d, " / (", c, " + ", d, ") = ", q2Text});
+    AddFormula(t, "", "S");
+    AddStep(t, {"RiskDiff = ", a, " / (", a, " + ", b, ") - ", c, " / (", c, " + ", d,
+                ") = ", G3(riskDiff)});
+    AddStep(t, {"RiskDiffSE = Sqr(((", p1Text, " * ", q1Text, ") / (", a, " + ", b, ")) + ((",
+                p2Text, " * ", q2Text, ") / (", c, " + ", d, "))) = ", G3(se)});
+}
+
+void MantelHaenszelStep(EventsRow& row, bool undefinedTable) {
+    double A, B, C, D;
+    bool added;
+    row.Restore(A, B, C, D, false, added);
+    WorkingSet& ws = row.ws;
+    ws.SetPoint(Ix::MHCellA, A);
+    ws.SetPoint(Ix::MHCellB, B);
+    ws.SetPoint(Ix::MHCellC, C);
+    ws.SetPoint(Ix::MHCellD, D);
+    ws.CopyResult(Ix::RiskDifference, Ix::MHRiskDifference);
+    if (undefinedTable) return;
+    ws.CopyResult(Ix::LogOddsRatio, Ix::MHLogOddsRatio);
+    ws.CopyResult(Ix::OddsRatio, Ix::MHOddsRatio);
+    ws.CopyResult(Ix::LogRiskRatio, Ix::MHLogRiskRatio);
+    ws.CopyResult(Ix::RiskRatio, Ix::MHRiskRatio);
+}
+
+}  // namespace synthara::effectsize::events

@@ -1,0 +1,53 @@
+#pragma once
+// The indices that a 2-by-2 table yields, one step each, shared by the
+// two-group event formats and their paired variants.
+#include <string>
+
+#include "effectsize/Compute.h"
+#include "effectsize/WorkingSet.h"
+
+namespace synthara::effectsize::events {
+
+// A row's table while its indices are computed. Later steps read what
+// earlier ones left (the log odds ratio feeds d, d feeds g and r).
+struct EventsRow {
+    EventsRow(WorkingSet& workingSet, ComputeContext& computeContext, bool isPaired)
+        : ws(workingSet), context(computeContext), paired(isPaired) {}
+
+    WorkingSet& ws;
+    ComputeContext& context;
+    bool paired = false;
+    Table2x2 cells{};  // 1-based: [1][1] A, [1][2] B, [2][1] C, [2][2] D, [1][3] N1, [2][3] N2
+    std::string head;  // the trail of the cells, which opens most trails
+    double deltaOverN = 0;
+
+    double nTot = 0, n1 = 0, n2 = 0;  // with 0.5 added where the log odds ratio needed it
+    double logOdds = 0, logOddsSE = 0;
+    double stdDiff = 0, stdDiffSE = 0;
+
+    std::string& Trail(int index) { return ws.EsFormula[static_cast<std::size_t>(index)]; }
+    void Restore(double& A, double& B, double& C, double& D, bool addFudge, bool& added) const {
+        RestoreVals(A, B, C, D, cells, addFudge, added, paired);
+    }
+};
+
+// Peto's log odds ratio is refused above this: its ratio would overflow.
+inline constexpr double PetoLimit = 620;
+inline bool PetoComputable(double logPeto) {
+    return logPeto <= PetoLimit;
+}
+
+// False when a paired table's variance came out negative (NegativeVariance set).
+bool LogOddsStep(EventsRow& row);
+void StdDiffStep(EventsRow& row);
+void PairedStdDiffStep(EventsRow& row);
+void HedgesGStep(EventsRow& row);
+void CorrelationStep(EventsRow& row);
+// Trails of the indices that need events and non-events in some arm.
+void UndefinedTableStep(EventsRow& row);
+void PetoStep(EventsRow& row, bool undefinedTable);
+void RiskRatioStep(EventsRow& row, bool undefinedTable);
+void RiskDifferenceStep(EventsRow& row);
+void MantelHaenszelStep(EventsRow& row, bool undefinedTable);
+
+}  // namespace synthara::effectsize::events

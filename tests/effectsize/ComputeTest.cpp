@@ -1,0 +1,146 @@
+#include "effectsize/Compute.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+
+#include "effectsize/Trail.h"
+#include "sheet/Sheet.h"
+#include "support/ScriptedPrompter.h"
+#include "support/Tolerance.h"
+
+namespace synthara::effectsize {
+namespace {
+
+using sheet::FixedRowCount;
+using synthara::testing::IsNear;
+
+constexpr const char* kFormat = "Events and sample size in each group";
+
+// A new sheet with a study-name column and one block of two-group events.
+class ComputeOnSheet : public ::testing::Test {
+  protected:
+    ComputeOnSheet() {
+        sheet.InitializeGrid();
+        studyCol = sheet.MakePop(1);
+        sheet::DefineFormat(kFormat, sheet.Defined);
+        sheet.CreateAll();
+        sheet.CreateDisplayCols(kFormat);
+        sheet.FindCols();
+        sheet.FindESCols(kFormat);
+    }
+
+    int Entry(int role) const { return sheet.EntryColIndex[static_cast<std::size_t>(role)]; }
+    int Display(int index, int attr) const {
+        return sheet
+            .DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
+    }
+    void Enter(int row, std::array<const char*, 4> texts) {
+        sheet.flex.SetText(row, studyCol, "Trial");
+        for (int role = 0; role < 4; ++role) {
+            if (*texts[static_cast<std::size_t>(role)])
+                sheet.flex.SetText(row, Entry(role), texts[static_cast<std::size_t>(role)]);
+            else
+                sheet.flex.ClearCell(row, Entry(role));
+        }
+    }
+    void ComputeRow(int row) {
+        int first = row, last = row;
+        Compute(sheet, first, last, context);
+    }
+    bool Red(int row, int role) const {
+        return sheet.flex.CellBackColor(row, Entry(role)) == sheet::kRed;
+    }
+    std::string ErrorText(int row) const { return sheet.flex.Text(row, sheet.ErrorCol()); }
+
+    synthara::testing::ScriptedPrompter prompter;
+    sheet::Sheet sheet{prompter};
+    ComputeOptions options;
+    ComputeContext context{options, prompter};
+    int studyCol = -1;
+    static constexpr int kRow = FixedRowCount;
+};
+
+TEST_F(ComputeOnSheet, ResultsAreWrittenAsNumbersWithTheirTrail) {
+    Enter(kRow, {"4", "123", "11", "139"});
+    sheet.flex.SetNumber(kRow, Entry(3), 139);  // a number cell counts like typed text
+    int first = 0, last = 0;
+    Compute(sheet, first, last, context);
+    EXPECT_EQ(first, sheet.flex.FixedRows());
+    EXPECT_EQ(last, sheet.flex.Rows() - 1);
+
+    const sheet::Cell& point = sheet.flex.At(kRow, Display(1, sheet::AttrPoint));
+    ASSERT_TRUE(point.IsNumber());
+    EXPECT_TRUE(IsNear(point.Number(), -0.9386941408703922));
+    EXPECT_TRUE(IsNear(sheet.flex.At(kRow, Display(1, sheet::AttrVariance)).Number(),
+                       0.5975993241743407 * 0.5975993241743407));
+    EXPECT_EQ(sheet.flex.At(kRow, Display(1, sheet::AttrValid)).Number(), 1.0);
+    EXPECT_EQ(sheet.flex.At(kRow, Display(31, sheet::AttrPoint)).Number(), 123.0);
+    const std::string trail = sheet.flex.Text(kRow, Display(1, sheet::AttrFormula));
+    EXPECT_EQ(trail.rfind("Starting with\r\nCells in 2x2 table", 0), 0u);
+    EXPECT_EQ(sheet.flex.Text(kRow, Display(2, sheet::AttrFormula)), trail);
+    // The odds ratio has a point only.
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(2, sheet::AttrStdErr)));
+    // Indices this format does not yield stay empty.
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(11, sheet::AttrPoint)));
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(11, sheet::AttrValid)));
+    EXPECT_EQ(ErrorText(kRow), "");
+    for (int role = 0; role < 4; ++role)
+        EXPECT_FALSE(Red(kRow, role));
+    EXPECT_EQ(sheet.flex.Text(kRow, Entry(0)), "4");
+}
+
+TEST_F(ComputeOnSheet, BadCellsTurnRedAndMissingOnesDoNot) {
+    Enter(kRow, {"124", "123", "11", "139"});
+    ComputeRow(kRow);
+    const std::string expected =
+        "\r  " + sheet.ColumnLabel(Entry(0)) + " cannot exceed " + sheet.ColumnLabel(Entry(1));
+    EXPECT_EQ(ErrorText(kRow), expected);
+    EXPECT_TRUE(Red(kRow, 0));
+    EXPECT_TRUE(Red(kRow, 1));
+    EXPECT_FALSE(Red(kRow, 2));
+    EXPECT_EQ(sheet.flex.Text(kRow, Display(1, sheet::AttrFormula)), expected);
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrPoint)));
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrValid)));
+
+    // Mended, the kRow computes and loses its colours and its error.
+    Enter(kRow, {"4", "123", "11", "139"});
+    ComputeRow(kRow);
+    EXPECT_FALSE(Red(kRow, 0));
+    EXPECT_EQ(ErrorText(kRow), "");
+    EXPECT_TRUE(sheet.flex.At(kRow, Display(1, sheet::AttrPoint)).IsNumber());
+
+    // Text that is not a number counts as missing and is not marked.
+    Enter(kRow, {"4", "123", "abc", ""});
+    ComputeRow(kRow);
+    EXPECT_EQ(SplitErrors(ErrorText(kRow)),
+              (std::vector<std::string>{"One of the required values is missing",
+                                        "One of the required values is missing"}));
+    EXPECT_FALSE(Red(kRow, 2));
+    EXPECT_FALSE(Red(kRow, 3));
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrPoint)));
+}
+
+TEST_F(ComputeOnSheet, EmptiedRowClearsItsResultsButKeepsItsError) {
+    Enter(kRow, {"4", "123", "11", "139"});
+    Enter(kRow + 1, {"124", "123", "11", "139"});
+    int first = kRow, last = kRow + 1;
+    Compute(sheet, first, last, context);
+    const std::string error = ErrorText(kRow + 1);
+    ASSERT_NE(error, "");
+
+    Enter(kRow, {"", "", "", ""});
+    Enter(kRow + 1, {"", "", "", ""});
+    Compute(sheet, first, last, context);
+    for (int r : {kRow, kRow + 1}) {
+        EXPECT_TRUE(sheet.flex.IsBlank(r, Display(1, sheet::AttrPoint)));
+        EXPECT_TRUE(sheet.flex.IsBlank(r, Display(1, sheet::AttrFormula)));
+        EXPECT_TRUE(sheet.flex.IsBlank(r, Display(31, sheet::AttrPoint)));
+    }
+    EXPECT_EQ(ErrorText(kRow + 1), error);
+    EXPECT_TRUE(prompter.shown.empty());
+}
+
+}  // namespace
+}  // namespace synthara::effectsize

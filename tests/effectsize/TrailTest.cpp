@@ -1,0 +1,91 @@
+#include "effectsize/Trail.h"
+
+#include <gtest/gtest.h>
+
+#include "effectsize/Compute.h"
+
+namespace synthara::effectsize {
+namespace {
+
+TEST(Trail, ErrorsOpenWithCarriageReturnAndTwoBlanks) {
+    std::string errors;
+    AddErr(errors, "First");
+    EXPECT_EQ(errors, "\r  First");
+    AddErr(errors, "Second");
+    EXPECT_EQ(errors, "\r  First\r  Second");
+    EXPECT_EQ(SplitErrors(errors), (std::vector<std::string>{"First", "Second"}));
+    EXPECT_TRUE(SplitErrors("").empty());
+}
+
+TEST(Trail, SectionsOpenTitleAndStep) {
+    std::string trail = "old text";
+    AddFormula(trail, "Cells", "A");
+    EXPECT_EQ(trail, "Starting with\r\nCells");
+    AddFormula(trail, "Title", "T");
+    AddFormula(trail, "step", "S");
+    AddFormula(trail, "", "S");
+    AddFormula(trail, "ignored", "X");
+    EXPECT_EQ(trail, "Starting with\r\nCells\r\n\r\nTitle\r\nstep\r\n");
+
+    std::string fresh;
+    AddFormula(fresh, "Risk ratio", "T");
+    EXPECT_EQ(fresh, "Risk ratio");
+    AddFormula(fresh, "", "T");
+    EXPECT_EQ(fresh, "Risk ratio\r\n\r\n");
+}
+
+TEST(Trail, PrintedNumbers) {
+    struct Case {
+        double value;
+        const char* g1;
+        const char* g3;
+    };
+    const Case cases[] = {
+        {10, "10", "10.000"},
+        {3.3, "3.3", "3.300"},
+        {3.25, "3.3", "3.250"},  // half away from zero
+        {-3.25, "-3.3", "-3.250"},
+        {0.0005, "0.0", "0.001"},
+        {-0.0004, "0.0", "0.000"},  // a value printed as zero has no sign
+        {1.0005, "1.0", "1.001"},   // typed ties round up although the double lies below
+        {-0.9386941408703922, "-0.9", "-0.939"},
+        {2.5, "2.5", "2.500"},
+        {-0.0, "0", "0.000"},
+        {1e20, "100000000000000000000", "100000000000000000000.000"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(G1(c.value), c.g1) << c.value;
+        EXPECT_EQ(G3(c.value), c.g3) << c.value;
+    }
+    EXPECT_EQ(FormatDecimals(0.125, 2), "0.13");
+    EXPECT_EQ(FormatDecimals(2.5, 0), "3");
+    EXPECT_EQ(FormatDecimals(-2.5, 0), "-3");
+    EXPECT_EQ(FormatDecimals(9.9996, 3), "10.000");
+}
+
+TEST(Trail, RestoreValsAddsHalfOnlyToATableWithAnEmptyCell) {
+    Table2x2 cells{};
+    cells[1][1] = 0, cells[1][2] = 20, cells[2][1] = 10, cells[2][2] = 10;
+    for (bool paired : {false, true}) {
+        double A, B, C, D;
+        bool added = true;
+        RestoreVals(A, B, C, D, cells, false, added, paired);
+        EXPECT_FALSE(added);
+        EXPECT_EQ(A, 0);
+        RestoreVals(A, B, C, D, cells, true, added, paired);
+        EXPECT_TRUE(added);
+        EXPECT_EQ(A, 0.5);
+        EXPECT_EQ(B, 20.5);
+        EXPECT_EQ(C, 10.5);
+        EXPECT_EQ(D, 10.5);
+    }
+    cells[1][1] = 1;
+    double A, B, C, D;
+    bool added = true;
+    RestoreVals(A, B, C, D, cells, true, added, false);
+    EXPECT_FALSE(added);
+    EXPECT_EQ(A, 1);
+}
+
+}  // namespace
+}  // namespace synthara::effectsize
