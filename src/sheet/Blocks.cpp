@@ -6,6 +6,9 @@
 #include <unordered_set>
 #include <vector>
 
+#include "sheet/CellBorders.h"
+#include "sheet/ColumnMoves.h"
+#include "sheet/Populations.h"
 #include "sheet/Sheet.h"
 
 namespace synthara::sheet {
@@ -153,39 +156,6 @@ std::string DisplayTitle(std::string_view indexName, std::string_view attribute)
     return title;
 }
 
-// Gathers the block of (formatName, blockName): its columns stand together in
-// BlockSeq order at the place of its leftmost column.
-void MoveEntryCols(Sheet& sheet, const std::string& formatName, const std::string& blockName) {
-    struct Member {
-        int col;
-        int seq;
-    };
-    std::vector<Member> members;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
-        if (sheet.MetaIs(c, MetaRow::Function, "Data Entry") &&
-            sheet.MetaIs(c, MetaRow::FormatName, formatName) &&
-            sheet.MetaIs(c, MetaRow::BlockName, blockName)) {
-            double seq = 0;
-            sheet.flex.At(MetaRow::BlockSeq, c).TryNumber(seq);
-            members.push_back({c, static_cast<int>(seq)});
-        }
-    }
-    if (members.size() < 2) return;
-    const int start = members.front().col;
-    std::stable_sort(members.begin(), members.end(),
-                     [](const Member& a, const Member& b) { return a.seq < b.seq; });
-    for (std::size_t i = 0; i < members.size(); ++i) {
-        const int from = members[i].col;
-        const int to = start + static_cast<int>(i);
-        if (from == to) continue;
-        sheet.flex.MoveColumn(from, to);
-        // Columns from `to` up to `from` moved one place right.
-        for (std::size_t j = i + 1; j < members.size(); ++j) {
-            if (members[j].col >= to && members[j].col < from) ++members[j].col;
-        }
-    }
-}
-
 }  // namespace
 
 void Sheet::TitleEntryColumn(int col) {
@@ -229,7 +199,7 @@ void Sheet::CreateAll() {
     const std::string& formatName = Defined.CurrentFormatLong;
     const std::string& blockName = Defined.CurrentFormatShort;
     const std::string numberFormat = NumberFormat();
-    int seq = 0;
+    int created = 0;
     for (std::size_t r = 0; r < MaxRoles; ++r) {
         const std::string& role = Defined.EntryColNames[r];
         if (role.empty()) continue;
@@ -256,12 +226,14 @@ void Sheet::CreateAll() {
         SetMeta(col, MetaRow::Numvals, "0");
         SetMeta(col, MetaRow::FormatName, formatName);
         SetMeta(col, MetaRow::BlockName, blockName);
-        SetMeta(col, MetaRow::BlockSeq, std::to_string(++seq));
+        // The role's own number: roles pointed at existing columns leave gaps.
+        SetMeta(col, MetaRow::BlockSeq, std::to_string(r + 1));
+        ++created;
         flex.Col(col).numberFormat = numberFormat;
         // A blank title would leave the column nameless in lists and messages.
         TitleEntryColumn(col);
     }
-    if (seq == 0) return;
+    if (created == 0) return;
     MoveEntryCols(*this, formatName, blockName);
     FindCols();
 }
@@ -346,7 +318,12 @@ int Sheet::MakePop(int populationIndex) {
     if (populationIndex < 1 || populationIndex > static_cast<int>(PopulationNames.size()))
         return -1;
     const int existing = GetCol(0, populationIndex);
-    if (existing >= 0) return existing;
+    if (existing >= 0) {
+        SayPopulationExists(*this, existing, populationIndex);
+        return existing;
+    }
+    const std::string name(PopulationNames[static_cast<std::size_t>(populationIndex - 1)]);
+    if (SayIfNameInUse(*this, name, -1)) return -1;
 
     int at = -1;
     for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p)
@@ -357,7 +334,6 @@ int Sheet::MakePop(int populationIndex) {
         at = std::max(EntrySeqCol() + 1, flex.FixedCols());
     at = std::clamp(at, 0, flex.Cols());
 
-    const std::string name(PopulationNames[static_cast<std::size_t>(populationIndex - 1)]);
     flex.InsertColumn(at);
     WriteDefaultRecord(at);
     SetMeta(at, MetaRow::ColumnHeader, name);
@@ -374,6 +350,7 @@ int Sheet::MakePop(int populationIndex) {
     SetMeta(at, MetaRow::BlockSeq, std::to_string(populationIndex));
     FindCols();
     AddLetters();
+    AddCellBorders(*this);
     return GetCol(0, populationIndex);
 }
 

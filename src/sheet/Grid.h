@@ -31,6 +31,7 @@ struct Column {
     std::string key;
     int width = 940;  // twips
     bool hidden = false;
+    bool merged = false;  // equal adjacent cells drawn as one (the row display "Merge rows")
     Alignment alignment = Alignment::General;
     std::string numberFormat;         // "0.000"; "" shows numbers as they are
     std::vector<Cell> cells;          // one per row

@@ -239,6 +239,12 @@ std::string Sheet::NumberFormat() const {
 
 void Sheet::InitializeGrid() {
     flex.Clear();
+    // The display modes and switches are the program's; the tabs belong to the old sheet.
+    View.Tabs.clear();
+    View.TabsVisible = false;
+    View.CurrentTab = 0;
+    View.PrimaryIndex.clear();
+    View.Borders.clear();
     flex.SetDefaultRowHeight(250);
     flex.SetCols(NewSheetColumns);
     flex.SetFixedCols(NewSheetFixedColumns);

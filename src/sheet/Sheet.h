@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ports/Prompter.h"
+#include "sheet/BlockView.h"
 #include "sheet/FormatCatalogue.h"
 #include "sheet/Grid.h"
 #include "sheet/MetaRows.h"
@@ -26,6 +27,8 @@ class Sheet {
     explicit Sheet(ports::Prompter& prompter);
 
     Grid flex;
+    // Tabs, display modes and outlines of the blocks (AdjustBlocks, ShowBlocks, ...).
+    BlockView View;
 
     // Program-wide decimals setting: number format of new columns.
     int Decimals = 3;
@@ -86,6 +89,8 @@ class Sheet {
     // the primary index to the format's).
     void CreateDisplayCols(std::string_view formatName);
     // Creates a population column of that name (1..5) right of the last one.
+    // When the population has a column, says so and gives it; when another
+    // column has the name as its title, says so and gives -1.
     int MakePop(int populationIndex);
     // Rebuilds the titles of data-entry and display columns from their label
     // pieces and the project's words.
