@@ -10,7 +10,7 @@ struct FileFilter {
 };
 
 class FileChooser {
-public:
+  public:
     virtual ~FileChooser() = default;
     virtual std::string ChooseOpen(const std::string& title, const FileFilter& filter,
                                    const std::string& startFolder) = 0;

@@ -5,7 +5,7 @@
 namespace synthara::ports {
 
 class Progress {
-public:
+  public:
     virtual ~Progress() = default;
     virtual void Start(const std::string& caption, int total) = 0;
     virtual void Step() = 0;  // one unit done; gives the interface a turn
@@ -13,7 +13,7 @@ public:
 };
 
 class NullProgress final : public Progress {
-public:
+  public:
     void Start(const std::string&, int) override {}
     void Step() override {}
     void Finish() override {}

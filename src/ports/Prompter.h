@@ -20,7 +20,7 @@ struct Box {
 };
 
 class Prompter {
-public:
+  public:
     virtual ~Prompter() = default;
     virtual void Message(const Box& box) = 0;
     virtual Answer Ask(const Box& box, Buttons buttons, Answer byDefault) = 0;
@@ -28,7 +28,7 @@ public:
 
 // Says nothing and takes every question's default; for batch work.
 class SilentPrompter final : public Prompter {
-public:
+  public:
     void Message(const Box&) override {}
     Answer Ask(const Box&, Buttons, Answer byDefault) override { return byDefault; }
 };

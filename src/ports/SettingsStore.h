@@ -11,7 +11,7 @@ namespace synthara::ports {
 inline constexpr const char* kSettingsApplication = "Synthara V2";
 
 class SettingsStore {
-public:
+  public:
     virtual ~SettingsStore() = default;
     virtual std::optional<std::string> Get(const std::string& section,
                                            const std::string& key) const = 0;
@@ -27,7 +27,7 @@ public:
 };
 
 class MemorySettingsStore final : public SettingsStore {
-public:
+  public:
     std::optional<std::string> Get(const std::string& section,
                                    const std::string& key) const override {
         auto it = values_.find({section, key});
@@ -42,7 +42,7 @@ public:
         values_.erase({section, key});
     }
 
-private:
+  private:
     std::map<std::pair<std::string, std::string>, std::string> values_;
 };
 

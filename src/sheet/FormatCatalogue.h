@@ -36,7 +36,7 @@ std::string_view ProcedureName(Procedure p);
 
 struct RoleDef {
     std::string_view name;
-    bool whole = false;  // takes whole numbers: NumDecs starts as "0"
+    bool whole = false;                        // takes whole numbers: NumDecs starts as "0"
     std::array<std::string_view, 3> labels{};  // LabelPart1..3, "" where none
 };
 
@@ -50,8 +50,8 @@ struct FormatDef {
     Procedure procedure = Procedure::None;
     std::span<const std::string_view> displaySet;  // first entry is the primary index
     Branch branch = Branch::NotInWizard;
-    std::string_view family;  // "Dichotomous (number of events)"; "" when not in the wizard
-    std::string_view design;  // "Raw data", "Computed effect sizes", ...
+    std::string_view family;      // "Dichotomous (number of events)"; "" when not in the wizard
+    std::string_view design;      // "Raw data", "Computed effect sizes", ...
     bool allFormatsOnly = false;  // left out under "Show common formats only"
 };
 
@@ -92,7 +92,7 @@ void DefineFormat(std::string_view longName, DefinedFormat& out);
 // The three roles whose column is a fixed drop-down list.
 struct DropDownRole {
     std::string_view role;
-    std::string_view valueList;  // "#0;Not specified|#1;Paired study|..."
+    std::string_view valueList;               // "#0;Not specified|#1;Paired study|..."
     std::span<const std::string_view> words;  // words shown, indexed by stored code
 };
 const DropDownRole* FindDropDown(std::string_view role);

@@ -4,7 +4,11 @@
 #include <cmath>
 #include <sstream>
 
+#include "sheet/BlockTable.h"
+#include "sheet/BlockWizard.h"
 #include "sheet/Cell.h"
+#include "sheet/CellBorders.h"
+#include "sheet/DisplayColumns.h"
 
 namespace synthara::sheet {
 namespace {
@@ -220,6 +224,30 @@ std::string CellText(std::string_view role, std::string_view cell) {
     return std::string(cell);
 }
 
+// A block as the wizard makes it: the format chosen from its tree with every
+// role on a new column, then finished. The wizard's confirmation box has no
+// reader here, so the sheet's boxes are silenced meanwhile. The two formats
+// the tree does not offer get the same steps by hand.
+void AddBlock(Sheet& sheet, const FormatDef& format) {
+    ports::SilentPrompter silent;
+    ports::Prompter& previous = sheet.SetPrompter(silent);
+    BlockWizard wizard(sheet);
+    wizard.commonOnly = false;
+    wizard.optDatatypes = static_cast<int>(format.branch);
+    if (format.branch != Branch::NotInWizard && wizard.ChooseFormat(format.longName)) {
+        wizard.Finish();
+    } else {
+        DefineFormat(format.longName, sheet.Defined);
+        sheet.CreateAll();
+        sheet.CreateDisplayCols(format.longName);
+        AdjustBlocks(sheet);
+        ShowBlocks(sheet, sheet.Defined.CurrentFormatShort);
+        ShowIndices(sheet);
+        AddCellBorders(sheet);
+    }
+    sheet.SetPrompter(previous);
+}
+
 void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     sheet.InitializeGrid();
     const int wanted = FixedRowCount + static_cast<int>(table.rows.size()) + 80;
@@ -229,11 +257,8 @@ void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     }
     for (const auto& col : plan.columns)
         if (col.kind == Kind::Population) sheet.MakePop(col.population);
-    for (const FormatDef* format : plan.used) {
-        DefineFormat(format->longName, sheet.Defined);
-        sheet.CreateAll();
-        sheet.CreateDisplayCols(format->longName);
-    }
+    for (const FormatDef* format : plan.used)
+        AddBlock(sheet, *format);
     int at = FirstModeratorPlace(sheet);
     for (std::size_t c = 0; c < plan.columns.size(); ++c) {
         const auto& col = plan.columns[c];

@@ -221,7 +221,7 @@ std::string RemoveCR(std::string_view text) {
     return out;
 }
 
-Sheet::Sheet(ports::Prompter& prompter) : prompter_(prompter) {
+Sheet::Sheet(ports::Prompter& prompter) : prompter_(&prompter) {
     IndexNames = IndexNameTable();
 }
 
@@ -422,9 +422,9 @@ void Sheet::FindESCols(std::string_view formatName) {
     if (formatName == "Function") return;
     for (std::size_t r = 0; r < MaxRoles; ++r) {
         if (!Defined.EntryColNames[r].empty() && EntryColCount[r] != 1) {
-            prompter_.Message({"Problem locating columns",
-                               {"Problem locating columns", std::string(formatName)},
-                               ports::Icon::Warning});
+            prompter_->Message({"Problem locating columns",
+                                {"Problem locating columns", std::string(formatName)},
+                                ports::Icon::Warning});
             return;
         }
     }

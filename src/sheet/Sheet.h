@@ -99,7 +99,14 @@ class Sheet {
     // The label of a column as validators and trails quote it: the title with line breaks removed.
     std::string ColumnLabel(int col) const;
 
-    ports::Prompter& Prompts() { return prompter_; }
+    ports::Prompter& Prompts() { return *prompter_; }
+    // Routes the sheet's boxes elsewhere (an import silences the wizard's
+    // confirmations); returns the prompter that was in use.
+    ports::Prompter& SetPrompter(ports::Prompter& prompter) {
+        ports::Prompter& old = *prompter_;
+        prompter_ = &prompter;
+        return old;
+    }
 
   private:
     // The default record of rows 2 to 13 on a column, as a new sheet has it.
@@ -114,7 +121,7 @@ class Sheet {
     // Creates the five columns of one index at the right end.
     void AppendDisplayIndex(std::string_view indexName, std::string_view primary, bool inSet);
 
-    ports::Prompter& prompter_;
+    ports::Prompter* prompter_;
 };
 
 // Title text with line breaks taken out.

@@ -26,7 +26,7 @@ struct RegressionLine {
     double interceptSE = 0;
     double df = 0;  // n - 2
     double residualVariance = 0;
-    double r = 0;  // Pearson correlation of x and y
+    double r = 0;        // Pearson correlation of x and y
     bool valid = false;  // false when n < 3 or all x are equal
 };
 RegressionLine VBDRLINE(const std::vector<double>& x, const std::vector<double>& y);

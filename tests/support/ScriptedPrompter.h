@@ -9,7 +9,7 @@
 namespace synthara::testing {
 
 class ScriptedPrompter final : public ports::Prompter {
-public:
+  public:
     struct Shown {
         ports::Box box;
         bool question = false;
