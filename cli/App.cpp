@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/AnalyzeCommand.h"
 #include "cli/ComputeCommand.h"
 
 namespace synthara::cli {
@@ -16,6 +17,8 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
 
     ComputeArgs compute;
     auto* computeCmd = AddComputeCommand(app, compute);
+    AnalyzeArgs analyze;
+    auto* analyzeCmd = AddAnalyzeCommand(app, analyze);
 
     try {
         // CLI11 takes the arguments last to first.
@@ -27,6 +30,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     }
     try {
         if (computeCmd->parsed()) return RunCompute(compute, out, err);
+        if (analyzeCmd->parsed()) return RunAnalyze(analyze, out, err);
     } catch (const std::exception& e) {
         // The engine reports bad data in its own words; this is the last guard.
         err << "synthara-cli: " << e.what() << '\n';

@@ -9,8 +9,8 @@
 
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
+#include "cli/CommandSupport.h"
 #include "cli/LoadInput.h"
-#include "effectsize/Compute.h"
 #include "effectsize/Trail.h"
 #include "effectsize/WorkingSet.h"
 
@@ -51,11 +51,6 @@ json Indices(const sheet::Sheet& sheet, int row) {
 std::string StudyName(const sheet::Sheet& sheet, int row) {
     const int col = sheet.GetCol(0, 1);
     return col >= 0 ? sheet.flex.Text(row, col) : std::string();
-}
-
-std::string Pad(std::string text, std::size_t width) {
-    if (text.size() < width) text.append(width - text.size(), ' ');
-    return text;
 }
 
 // The readable table: each row's primary index (its format's first one) with
@@ -140,17 +135,10 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     if (const int status = LoadInput(args.input, args.format, sheet, imported, err);
         status != ExitDone)
         return status;
-    if (imported.dataRows > 0) {
-        effectsize::ComputeOptions options;
-        effectsize::ComputeContext context{options, prompter};
-        int first = FixedRowCount;
-        int last = FixedRowCount + imported.dataRows - 1;
-        effectsize::Compute(sheet, first, last, context);
-    }
-    sheet.FindCols();
+    ComputeRows(sheet, imported, prompter);
     const json result = ComputeJson(sheet, imported);
     if (args.json)
-        out << result.dump(-1, ' ', false, json::error_handler_t::replace) << '\n';
+        out << Dump(result) << '\n';
     else
         PrintTable(result["rows"], sheet, out);
     return ExitDone;

@@ -28,8 +28,9 @@ using nlohmann::json;
 
 // The cases that must pass now; every other case still runs, and is reported
 // as skipped until its command or its data-entry format is built.
-constexpr std::array<std::string_view, 1> kPassingNow = {"es-bcg-events-n"};
-constexpr std::array<std::string_view, 1> kCommandsBuilt = {"compute"};
+constexpr std::array<std::string_view, 5> kPassingNow = {
+    "es-bcg-events-n", "ref_bcg_or", "ref_bcg_rd", "ref_bcg_rr_ci90", "ref_bcg_peto"};
+constexpr std::array<std::string_view, 2> kCommandsBuilt = {"compute", "analyze"};
 
 std::vector<std::string> CaseFolders() {
     std::vector<std::string> names;
@@ -86,8 +87,8 @@ std::string Check(const json& output, const json& check) {
     }
     if (got == nullptr) return path + ": " + why;
     const json& want = check.at("value");
-    if (want.is_string()) {
-        if (got->is_string() && *got == want) return "";
+    if (want.is_string() || want.is_boolean()) {
+        if (got->type() == want.type() && *got == want) return "";
         return path + ": got " + got->dump() + ", want " + want.dump();
     }
     if (!got->is_number()) return path + ": got " + got->dump() + ", want " + want.dump();
@@ -115,6 +116,10 @@ TEST_P(ReferenceCase, MatchesIndependentNumbers) {
     args.insert(args.begin() + 1, (folder / "input.csv").string());
 
     const Outcome run = RunCli(args);
+    const bool expected =
+        std::find(kPassingNow.begin(), kPassingNow.end(), name) != kPassingNow.end();
+    // An option or an index of a case not built yet is refused by the command.
+    if (!expected && run.status != 0) GTEST_SKIP() << "not built yet: " << run.err;
     ASSERT_EQ(run.status, 0) << run.err;
     const json output = json::parse(run.out, nullptr, false);
     ASSERT_FALSE(output.is_discarded()) << "not JSON:\n" << run.out.substr(0, 2000);
@@ -125,8 +130,6 @@ TEST_P(ReferenceCase, MatchesIndependentNumbers) {
             failures.push_back(std::move(failure));
     }
     const std::size_t total = expect.at("checks").size();
-    const bool expected =
-        std::find(kPassingNow.begin(), kPassingNow.end(), name) != kPassingNow.end();
     if (!expected) {
         if (failures.empty())
             GTEST_SKIP() << "format not built yet by the list, yet all " << total

@@ -1,0 +1,40 @@
+#pragma once
+// The sheet the benchmarks share: one block of two-group event data, a
+// study-name column and `rows` rows of plausible trials (a few with an empty
+// cell, as real sheets have).
+#include <random>
+#include <string>
+
+#include "sheet/Sheet.h"
+
+namespace synthara::bench {
+
+inline constexpr const char* kTwoGroupFormat = "Events and sample size in each group";
+
+inline void FillSheet(sheet::Sheet& sheet, int rows) {
+    using sheet::FixedRowCount;
+    sheet.InitializeGrid();
+    int studyCol = sheet.MakePop(1);
+    sheet::DefineFormat(kTwoGroupFormat, sheet.Defined);
+    sheet.CreateAll();
+    sheet.CreateDisplayCols(kTwoGroupFormat);
+    sheet.FindCols();
+    sheet.FindESCols(kTwoGroupFormat);
+    sheet.flex.SetRows(FixedRowCount + rows);
+    std::mt19937 random(20261121);
+    std::uniform_int_distribution<int> size(20, 5000);
+    for (int r = 0; r < rows; ++r) {
+        int row = FixedRowCount + r;
+        int n1 = size(random), n2 = size(random);
+        std::uniform_int_distribution<int> events1(0, n1 / 4), events2(0, n2 / 4);
+        sheet.flex.SetText(row, studyCol, "Study " + std::to_string(r + 1));
+        const int values[4] = {events1(random), n1, events2(random), n2};
+        for (int role = 0; role < 4; ++role) {
+            if (r % 997 == 0 && role == 2) continue;  // now and then a missing cell
+            sheet.flex.SetText(row, sheet.EntryColIndex[static_cast<std::size_t>(role)],
+                               std::to_string(values[role]));
+        }
+    }
+}
+
+}  // namespace synthara::bench

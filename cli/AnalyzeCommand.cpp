@@ -1,0 +1,208 @@
+#include "cli/AnalyzeCommand.h"
+
+#include <array>
+#include <optional>
+#include <ostream>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "analysis/Analysis.h"
+#include "analysis/IndexChoice.h"
+#include "cli/App.h"
+#include "cli/CliPrompter.h"
+#include "cli/CommandSupport.h"
+#include "cli/LoadInput.h"
+#include "effectsize/Trail.h"
+
+namespace synthara::cli {
+namespace {
+
+using analysis::AnalysisResult;
+using analysis::Estimate;
+using nlohmann::json;
+
+// The JSON key of each identifying level, study name first.
+constexpr std::array<const char*, 5> kLevelKeys = {"study", "subgroup", "comparison", "outcome",
+                                                   "time_point"};
+
+json Value(const std::optional<double>& value) {
+    return value ? json(*value) : json(nullptr);
+}
+
+void PutEstimate(json& object, const Estimate& e) {
+    object["point"] = Value(e.point);
+    object["se"] = Value(e.se);
+    object["variance"] = Value(e.variance);
+    object["lower"] = Value(e.lower);
+    object["upper"] = Value(e.upper);
+    object["z"] = Value(e.z);
+    object["p"] = Value(e.p);
+    object["display"] = {{"point", Value(e.displayPoint)},
+                         {"lower", Value(e.displayLower)},
+                         {"upper", Value(e.displayUpper)}};
+}
+
+std::string Decimals(const std::optional<double>& value, int digits) {
+    return value ? effectsize::FormatDecimals(*value, digits) : std::string();
+}
+
+std::string Percent(double level) {
+    return std::to_string(static_cast<int>(level * 100 + 0.5)) + "%";
+}
+
+void PrintStudies(const AnalysisResult& r, std::ostream& out) {
+    std::vector<std::vector<std::string>> lines;
+    std::vector<std::string> head;
+    for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
+        if (r.levelPresent[i]) head.emplace_back(sheet::PopulationNames[i]);
+    }
+    const std::size_t firstNumber = head.size();
+    for (const char* title :
+         {"Point", "Lower limit", "Upper limit", "Weight (Fixed)", "Weight (Random)"})
+        head.emplace_back(title);
+    lines.push_back(head);
+    for (const auto& s : r.studies) {
+        std::vector<std::string> line;
+        for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
+            if (r.levelPresent[i]) line.push_back(s.identity[i]);
+        }
+        if (s.valid) {
+            line.push_back(Decimals(s.estimate.displayPoint, 3));
+            line.push_back(Decimals(s.estimate.displayLower, 3));
+            line.push_back(Decimals(s.estimate.displayUpper, 3));
+            line.push_back(Decimals(s.weightFixed, 2));
+            line.push_back(Decimals(s.weightRandom, 2));
+        } else {
+            line.push_back(s.hideReason.empty() ? "Not valid" : s.hideReason);
+        }
+        lines.push_back(std::move(line));
+    }
+    std::vector<std::size_t> right;
+    for (std::size_t k = firstNumber; k < head.size(); ++k)
+        right.push_back(k);
+    PrintColumns(lines, out, right);
+}
+
+void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
+    std::vector<std::vector<std::string>> lines = {
+        {"Model", "Number Studies", "Point estimate", "Lower limit", "Upper limit", "Z-value",
+         "P-value", "Q-value", "df (Q)", "P-value", "I-squared", "Tau Squared"}};
+    for (const auto& s : r.summaries) {
+        std::string name = s.modelWord;
+        if (s.model == 1) name = "Fixed effect";
+        if (s.model == 2) name = "Random effects";
+        lines.push_back({name, std::to_string(s.k), Decimals(s.estimate.displayPoint, 3),
+                         Decimals(s.estimate.displayLower, 3), Decimals(s.estimate.displayUpper, 3),
+                         Decimals(s.estimate.z, 3), Decimals(s.estimate.p, 3), Decimals(s.q, 3),
+                         Decimals(s.df, 0), Decimals(s.qP, 3), Decimals(s.i2, 3),
+                         Decimals(s.tau2, 6)});
+    }
+    PrintColumns(lines, out, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
+}
+
+}  // namespace
+
+CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
+    auto* cmd = app.add_subcommand("analyze", "Combine the studies: fixed and random summaries");
+    cmd->add_option("INPUT", args.input, "A delimited text file (.csv, .tsv, .txt)")->required();
+    cmd->add_option("--format", args.format,
+                    "Data format (long or short name) of rows without a \"Data format\" cell");
+    cmd->add_option("--index", args.index,
+                    "Effect size index, as the analysis offers it (default: the primary index)");
+    cmd->add_option("--ci-level", args.ciLevel,
+                    "Confidence level in percent: 99, 95, 90, 85, 80, 75, 70 or 68");
+    cmd->add_flag("--json", args.json, "Print JSON");
+    return cmd;
+}
+
+json AnalyzeJson(const AnalysisResult& r) {
+    json studies = json::array();
+    for (const auto& s : r.studies) {
+        json study = json::object();
+        for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
+            if (r.levelPresent[i]) study[kLevelKeys[i]] = s.identity[i];
+        }
+        study["valid"] = s.valid;
+        study["hide_reason"] = s.hideReason;
+        PutEstimate(study, s.estimate);
+        study["weight"] = {{"fixed", Value(s.weightFixed)}, {"random", Value(s.weightRandom)}};
+        studies.push_back(std::move(study));
+    }
+    json summaries = json::array();
+    for (const auto& s : r.summaries) {
+        json summary = {{"model", s.modelWord}, {"group", s.group}, {"k", s.k}};
+        PutEstimate(summary, s.estimate);
+        summary["q"] = Value(s.q);
+        summary["df"] = Value(s.df);
+        summary["q_p"] = Value(s.qP);
+        summary["i2"] = Value(s.i2);
+        summary["tau2"] = Value(s.tau2);
+        summary["tau2_se"] = Value(s.tau2Se);
+        summary["tau2_variance"] = Value(s.tau2Variance);
+        summary["tau"] = Value(s.tau);
+        summaries.push_back(std::move(summary));
+    }
+    return {{"index", r.index},
+            {"computation_index", r.computationIndex},
+            {"transform", std::string(analysis::TransformWord(r.transform))},
+            {"ci_level", r.ciLevel},
+            {"studies", std::move(studies)},
+            {"summaries", std::move(summaries)}};
+}
+
+int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
+    double level = analysis::DefaultCILevel;
+    if (!args.ciLevel.empty()) {
+        const auto parsed = analysis::ParseConfidenceLevel(args.ciLevel);
+        if (!parsed) {
+            err << "--ci-level must be one of 99, 95, 90, 85, 80, 75, 70, 68\n";
+            return ExitUsage;
+        }
+        level = *parsed;
+    }
+
+    CliPrompter prompter(err);
+    sheet::Sheet sheet(prompter);
+    sheet::ImportResult imported;
+    if (const int status = LoadInput(args.input, args.format, sheet, imported, err);
+        status != ExitDone)
+        return status;
+    ComputeRows(sheet, imported, prompter);
+
+    analysis::Analysis analysis(prompter);
+    analysis.DisplayIndex = args.index;
+    analysis.CILevel = level;
+    switch (analysis::RunAnalyses(sheet, analysis)) {
+        case analysis::ComputeStatus::Done:
+            break;
+        case analysis::ComputeStatus::UnknownIndex:
+            return ExitRefused;  // the engine's "Oops!" box has said why
+        case analysis::ComputeStatus::NoIndexColumns:
+            err << "The sheet has no \"" << analysis.ComputationIndex
+                << "\" columns: its data formats do not yield the index \"" << analysis.DisplayIndex
+                << "\"\n";
+            return ExitRefused;
+        case analysis::ComputeStatus::NotAvailable:
+            err << "The Mantel-Haenszel summary (\"" << analysis.DisplayIndex
+                << "\") is not available in this version\n";
+            return ExitRefused;
+        case analysis::ComputeStatus::Busy:
+            return ExitRefused;
+    }
+
+    const AnalysisResult result = analysis::CollectResult(analysis);
+    if (args.json) {
+        out << Dump(AnalyzeJson(result)) << '\n';
+        return ExitDone;
+    }
+    out << analysis.IndexLabel << "  (" << Percent(result.ciLevel)
+        << " confidence interval; computed as " << result.computationIndex << ")\n\n";
+    PrintStudies(result, out);
+    out << '\n';
+    PrintSummaries(result, out);
+    return ExitDone;
+}
+
+}  // namespace synthara::cli

@@ -1,0 +1,33 @@
+#pragma once
+// `analyze`: the fixed and random summaries of a sheet, its study rows with
+// their limits and weights.
+#include <iosfwd>
+#include <string>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "analysis/Result.h"
+
+namespace CLI {
+class App;
+}
+
+namespace synthara::cli {
+
+struct AnalyzeArgs {
+    std::string input;
+    std::string format;
+    std::string index;    // as the analysis offers it; "" for the sheet's primary index
+    std::string ciLevel;  // "95" or "95%"; "" for the default
+    bool json = false;
+};
+
+// Registers the subcommand; `args` receives its options when it is parsed.
+CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args);
+
+int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err);
+
+// {"index", "computation_index", "transform", "ci_level", "studies", "summaries"}.
+nlohmann::json AnalyzeJson(const analysis::AnalysisResult& result);
+
+}  // namespace synthara::cli

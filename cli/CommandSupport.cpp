@@ -1,0 +1,55 @@
+#include "cli/CommandSupport.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include "effectsize/Compute.h"
+#include "effectsize/WorkingSet.h"
+
+namespace synthara::cli {
+
+void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
+                 ports::Prompter& prompter) {
+    if (imported.dataRows > 0) {
+        effectsize::ComputeOptions options;
+        effectsize::ComputeContext context{options, prompter};
+        int first = sheet::FixedRowCount;
+        int last = sheet::FixedRowCount + imported.dataRows - 1;
+        effectsize::Compute(sheet, first, last, context);
+    }
+    sheet.FindCols();
+}
+
+std::string Dump(const nlohmann::json& value) {
+    return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+std::string Pad(std::string text, std::size_t width) {
+    if (text.size() < width) text.append(width - text.size(), ' ');
+    return text;
+}
+
+void PrintColumns(const std::vector<std::vector<std::string>>& lines, std::ostream& out,
+                  const std::vector<std::size_t>& rightAligned) {
+    std::vector<std::size_t> width;
+    for (const auto& line : lines) {
+        if (width.size() < line.size()) width.resize(line.size(), 0);
+        for (std::size_t k = 0; k < line.size(); ++k)
+            width[k] = std::max(width[k], line[k].size());
+    }
+    for (const auto& line : lines) {
+        std::string text;
+        for (std::size_t k = 0; k < line.size(); ++k) {
+            if (k > 0) text += "  ";
+            const bool right =
+                std::find(rightAligned.begin(), rightAligned.end(), k) != rightAligned.end();
+            if (right) text.append(width[k] - line[k].size(), ' ');
+            text += right || k + 1 == line.size() ? line[k] : Pad(line[k], width[k]);
+        }
+        out << text << '\n';
+    }
+}
+
+}  // namespace synthara::cli

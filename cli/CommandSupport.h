@@ -1,0 +1,32 @@
+#pragma once
+// What the commands share: the computation of the loaded rows, JSON output and
+// the layout of readable tables.
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "ports/Prompter.h"
+#include "sheet/ImportTable.h"
+#include "sheet/Sheet.h"
+
+namespace synthara::cli {
+
+// Computes every imported row, as typing the cells would, and refreshes the
+// sheet's column tables.
+void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
+                 ports::Prompter& prompter);
+
+// One JSON object on one line; text that is not valid UTF-8 is replaced, not refused.
+std::string Dump(const nlohmann::json& value);
+
+// `text` filled with blanks to `width` characters.
+std::string Pad(std::string text, std::size_t width);
+
+// Lines of cells in columns two blanks apart, each as wide as its widest cell.
+// Columns listed in `rightAligned` (by index) are aligned to the right.
+void PrintColumns(const std::vector<std::vector<std::string>>& lines, std::ostream& out,
+                  const std::vector<std::size_t>& rightAligned = {});
+
+}  // namespace synthara::cli

@@ -1,0 +1,100 @@
+#pragma once
+// The analysis of a sheet: the working table `vs` and the passes that turn
+// each row's point and variance into a summary per group and overall. The
+// state that survives between calls of Compute lives here, as it lives with
+// the analysis window; the numbers of a run live only in `vs`.
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/DisplayVals.h"
+#include "analysis/WorkingTable.h"
+#include "ports/Prompter.h"
+
+namespace synthara::sheet {
+class Sheet;
+}
+
+namespace synthara::analysis {
+
+enum class ComputeStatus {
+    Done,
+    Busy,            // a run is in progress; nothing was done
+    UnknownIndex,    // the index is not one the analysis knows ("Oops!" was shown)
+    NoIndexColumns,  // the sheet has no columns for the computation index
+    NotAvailable,    // the Mantel-Haenszel summaries are not part of this build
+};
+
+class Analysis {
+  public:
+    explicit Analysis(ports::Prompter& prompter) : prompter_(prompter) {}
+
+    WorkingTable vs;
+
+    // Settings kept between calls of Compute.
+    std::string DisplayIndex;  // the index chosen, as the toolbar offers it
+    double CILevel = DefaultCILevel;
+    // RunWhich[1]: show the fixed row, RunWhich[2]: the random row (without grouping).
+    std::array<bool, 3> RunWhich{false, true, true};
+    // "Scale relative to maximum" of the weights view.
+    bool ScaleWeightsToMaximum = false;
+
+    // Worked out at each Compute.
+    std::string ComputationIndex;
+    Transform DisplayTransform = Transform::None;
+    bool UseMH = false;
+    double CICritical = 0;
+    int NumberOfModels = 2;
+    int ValidCount = 0;         // k of the last SetValidLines
+    std::string PassStudyName;  // the study left out or added by the current pass
+    std::string IndexLabel;     // "Effect measure:  " and the index name
+
+    // "Run analyses", steps 1 to 4: numbers EntrySeq in the sheet, takes the
+    // primary index when none is chosen, and hands the sheet to `vs`.
+    void FillFromSheet(sheet::Sheet& sheet);
+
+    // The fraction of a level as offered ("95%"); false when not offered.
+    bool SetConfidenceLevel(std::string_view level);
+
+    // Rebuilds the table's rows and summary blocks and runs every pass.
+    ComputeStatus Compute();
+    // Maps the display index to the computation index and transform and puts
+    // the source keys on the sheet's columns of that index.
+    ComputeStatus FindIndex();
+    // Numbers the visible rows in first..last that hold a point and a
+    // standard error, 1 to k, in `ValidRow`; every other row gets 0.
+    int SetValidLines(int first, int last);
+    // One pass of a run over the table for every model; `pass` is the row
+    // left out (run 2) or the last row taken (run 3), ignored for run 1.
+    void DoMeta(int run, int pass);
+    // The pass driver: valid rows, run 1, and each study row's copy of its block.
+    void RunPasses();
+    // `cWtPct` and `cWtPctG` of run 1 for one model.
+    void DisplayWeights(int model);
+
+    // The "Calculations" rows of the summary blocks, top to bottom; the last
+    // one is the total's.
+    std::vector<int> CalculationRows() const;
+
+  private:
+    void EnsureColumns();
+    void ClearWorkingColumns();
+    void RestoreRows();
+    void SortRows();
+    void RemoveStudies();
+    void InsertSummaryBlocks();
+    void LabelBlock(int firstRow, int sourceRow, std::string_view kind, std::string_view group);
+    void ShowModelRows();
+    void SetRowKinds();
+    void CopyBlockResults(int run);
+
+    ports::Prompter& prompter_;
+    bool busy_ = false;
+    bool computed_ = false;  // a Compute has written into the working columns
+};
+
+// The sheet's "Run analyses": fills the working table and computes.
+ComputeStatus RunAnalyses(sheet::Sheet& sheet, Analysis& analysis);
+
+}  // namespace synthara::analysis

@@ -1,0 +1,58 @@
+#pragma once
+// The results of an analysis as plain data, read from the working table after
+// a Compute: what the command line prints and the views format.
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/DisplayVals.h"
+
+namespace synthara::analysis {
+
+class Analysis;
+
+// One estimate on the computation scale with its limits and test, and the
+// point and limits on the display scale.
+struct Estimate {
+    std::optional<double> point, se, variance, lower, upper, z, p;
+    std::optional<double> displayPoint, displayLower, displayUpper;
+};
+
+struct StudyResult {
+    int row = 0;  // in the working table
+    // The texts of the identifying columns, by level (study name first); ""
+    // where the level has no column or the cell is empty.
+    std::array<std::string, 5> identity;
+    bool valid = false;
+    std::string hideReason;                           // "" for a row that takes part
+    Estimate estimate;                                // nothing for a row that is not valid
+    std::optional<double> weightFixed, weightRandom;  // percent of the block's weight
+};
+
+struct SummaryResult {
+    int model = 0;          // 1 to 5
+    std::string modelWord;  // "Fixed", "Random", "Pooled tau", ...
+    std::string group;      // the group's label, "Overall" for the total
+    int k = 0;
+    Estimate estimate;  // nothing when k is 0
+    std::optional<double> q, df, qP, i2;
+    std::optional<double> tau2, tau2Se, tau2Variance, tau;
+};
+
+struct AnalysisResult {
+    std::string index;             // as displayed
+    std::string computationIndex;  // as computed
+    Transform transform = Transform::None;
+    double ciLevel = DefaultCILevel;
+    std::array<bool, 5> levelPresent{};    // which identifying columns the table has
+    std::vector<StudyResult> studies;      // in display order, valid or not
+    std::vector<SummaryResult> summaries;  // the model rows on show, by model, groups then total
+};
+
+// The point with its limits and test at the critical value, on both scales.
+Estimate MakeEstimate(double point, double variance, Transform transform, double critical);
+
+AnalysisResult CollectResult(Analysis& analysis);
+
+}  // namespace synthara::analysis

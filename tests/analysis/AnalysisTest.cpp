@@ -1,0 +1,256 @@
+#include "analysis/Analysis.h"
+
+#include <gtest/gtest.h>
+
+#include "SheetOfRows.h"
+#include "analysis/ColumnKeys.h"
+#include "analysis/IndexChoice.h"
+#include "analysis/Result.h"
+#include "support/ScriptedPrompter.h"
+#include "support/Tolerance.h"
+
+namespace synthara::analysis {
+namespace {
+
+using testing::IsNear;
+using testing::RowValues;
+
+// A sheet of rows, its analysis, and the prompter that records what they say.
+struct Fixture {
+    explicit Fixture(const std::vector<RowValues>& rows, std::string index = "Odds ratio")
+        : sheet(prompter), analysis(prompter) {
+        testing::FillSheet(sheet, rows);
+        analysis.DisplayIndex = std::move(index);
+    }
+    AnalysisResult Run() {
+        status = RunAnalyses(sheet, analysis);
+        return CollectResult(analysis);
+    }
+
+    testing::ScriptedPrompter prompter;
+    sheet::Sheet sheet;
+    Analysis analysis;
+    ComputeStatus status = ComputeStatus::Busy;
+};
+
+const SummaryResult* Find(const AnalysisResult& r, std::string_view model) {
+    for (const auto& s : r.summaries)
+        if (s.modelWord == model && s.group == "Overall") return &s;
+    return nullptr;
+}
+
+TEST(MapIndex, ChoosesTheComputationScale) {
+    const struct {
+        const char* display;
+        const char* computation;
+        Transform transform;
+        bool mh;
+    } cases[] = {
+        {"Odds ratio", "Log odds ratio", Transform::Log, false},
+        {"Peto odds ratio", "Log Peto odds ratio", Transform::Log, false},
+        {"Hazard ratio", "Log hazard ratio", Transform::Log, false},
+        {"Event rate", "Logit event rate", Transform::Logit, false},
+        {"Correlation", "Fisher's Z", Transform::Fisher, false},
+        {"Risk difference", "Risk difference", Transform::None, false},
+        {"Hedges's g", "Hedges's g", Transform::None, false},
+        {"MH odds ratio", "MH log odds ratio", Transform::Log, true},
+        {"MH risk difference", "MH risk difference", Transform::None, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.display);
+        const auto m = MapIndex(c.display);
+        ASSERT_TRUE(m.has_value());
+        EXPECT_EQ(m->computation, c.computation);
+        EXPECT_EQ(m->transform, c.transform);
+        EXPECT_EQ(m->useMH, c.mh);
+    }
+    EXPECT_FALSE(MapIndex("odds ratio").has_value());  // names compare exactly
+    EXPECT_FALSE(MapIndex("Peto O-E").has_value());
+}
+
+TEST(FindIndex, KeysTheSourceColumnsOrSaysOops) {
+    Fixture f({{"A", 0.1, 0.04}});
+    f.analysis.FillFromSheet(f.sheet);
+    ASSERT_EQ(f.analysis.FindIndex(), ComputeStatus::Done);
+    const sheet::Grid& g = f.analysis.vs.grid;
+    for (auto [key, attr] : {std::pair{Key::PointSource, "Point"},
+                             {Key::SeSource, "StdErr"},
+                             {Key::VarianceSource, "Variance"}}) {
+        const int col = f.analysis.vs.Find(key);
+        ASSERT_GE(col, 0) << key;
+        EXPECT_EQ(g.Text(sheet::MetaRow::IndexName, col), "Log odds ratio");
+        EXPECT_EQ(g.Text(sheet::MetaRow::Attribute, col), attr);
+    }
+    // Another index moves the keys: no column keeps an earlier one.
+    f.analysis.DisplayIndex = "Risk ratio";
+    ASSERT_EQ(f.analysis.FindIndex(), ComputeStatus::Done);
+    EXPECT_EQ(g.Text(sheet::MetaRow::IndexName, f.analysis.vs.Find(Key::PointSource)),
+              "Log risk ratio");
+    EXPECT_EQ(f.analysis.DisplayTransform, Transform::Log);
+
+    f.analysis.DisplayIndex = "Fold change";
+    EXPECT_EQ(f.analysis.FindIndex(), ComputeStatus::UnknownIndex);
+    ASSERT_EQ(f.prompter.shown.size(), 1u);
+    EXPECT_EQ(f.prompter.shown[0].box.title, "Oops!");
+    f.analysis.DisplayIndex = "Point estimate";  // known, but no columns on this sheet
+    EXPECT_EQ(f.analysis.FindIndex(), ComputeStatus::NoIndexColumns);
+}
+
+TEST(WorkingTable, KeysAreFoundWithoutRegardToCase) {
+    WorkingTable vs;
+    vs.grid.SetRows(sheet::FixedRowCount + 1);
+    const int col = vs.Ensure("IV-Weight(1,2)", "IV-Weight", "Calc");
+    EXPECT_EQ(vs.Find("IV-WEIGHT(1,2)"), col);
+    EXPECT_EQ(vs.Ensure("iv-weight(1,2)", "", ""), col);
+    EXPECT_EQ(vs.grid.Cols(), col + 1);
+    EXPECT_EQ(vs.Find("IV-Weight(1,3)"), -1);
+}
+
+TEST(SetValidLines, NumbersVisibleRowsWithPointAndStandardError) {
+    Fixture f({{"A", 0.1, 0.04},
+               {"B no point", std::nullopt, 0.04},
+               {"C", 0.2, 0.09},
+               {"D hidden", 0.3, 0.01},
+               {"E no variance", 0.4, std::nullopt},
+               {"F", 0.5, 0.16}});
+    const AnalysisResult r = f.Run();
+    ASSERT_EQ(f.status, ComputeStatus::Done);
+    ASSERT_EQ(r.studies.size(), 6u);
+    EXPECT_EQ(f.analysis.ValidCount, 4);
+    EXPECT_EQ(r.studies[1].hideReason, "Missing Data");
+    EXPECT_FALSE(r.studies[4].valid);
+
+    // Numbering alone: every study row shown but one.
+    for (const auto& s : r.studies)
+        f.analysis.vs.grid.SetRowHidden(s.row, s.identity[0] == "D hidden");
+    EXPECT_EQ(f.analysis.SetValidLines(WorkingTable::FirstDataRow, f.analysis.vs.LastRow()), 3);
+    ColRef valid = f.analysis.vs.Ref(Key::ValidRow);
+    const double expected[] = {1, 0, 2, 0, 0, 3};
+    for (std::size_t i = 0; i < r.studies.size(); ++i)
+        EXPECT_EQ(valid.Get(r.studies[i].row), expected[i]) << r.studies[i].identity[0];
+    // Summary rows are hidden while rows are numbered: none gets a number.
+    for (int calc : f.analysis.CalculationRows())
+        EXPECT_EQ(valid.Get(calc), 0);
+}
+
+TEST(Analysis, FixedAndRandomSummariesByTheMethodOfMoments) {
+    // Worked by hand: weights 1/v, then 1/(v + T2) with T2 of the fixed pass.
+    Fixture f({{"A", 0.1, 0.04}, {"B", 0.5, 0.09}, {"C", 1.2, 0.16}}, "Log odds ratio");
+    const AnalysisResult r = f.Run();
+    ASSERT_EQ(f.status, ComputeStatus::Done);
+    ASSERT_EQ(r.summaries.size(), 2u);
+    const SummaryResult* fixed = Find(r, "Fixed");
+    const SummaryResult* random = Find(r, "Random");
+    ASSERT_TRUE(fixed && random);
+
+    const double tau2 = 0.18155172413793108;
+    EXPECT_EQ(fixed->k, 3);
+    EXPECT_TRUE(IsNear(*fixed->estimate.point, 0.36721311475409835));
+    EXPECT_TRUE(IsNear(*fixed->estimate.variance, 0.023606557377049177));
+    EXPECT_TRUE(IsNear(*fixed->q, 6.315573770491805));
+    EXPECT_EQ(*fixed->df, 2);
+    EXPECT_TRUE(IsNear(*fixed->i2, 68.3322517845555));
+    EXPECT_TRUE(IsNear(*fixed->tau2, tau2));
+    EXPECT_TRUE(IsNear(*fixed->tau2Variance, 0.07486299299712562));
+    EXPECT_TRUE(IsNear(*fixed->tau, std::sqrt(tau2)));
+
+    EXPECT_TRUE(IsNear(*random->estimate.point, 0.5219366320590256));
+    EXPECT_TRUE(IsNear(*random->estimate.variance, 0.08989594243210483));
+    EXPECT_TRUE(IsNear(*random->estimate.lower,
+                       0.5219366320590256 - 1.9599639845400536 * std::sqrt(0.08989594243210483)));
+    // Q and I2 of the random row are those of its own weights; its
+    // tau-squared is the one it used, the fixed pass's.
+    EXPECT_TRUE(IsNear(*random->q, 2.151454931930213));
+    EXPECT_TRUE(IsNear(*random->i2, 7.039651618188112));
+    EXPECT_TRUE(IsNear(*random->tau2, tau2));
+    EXPECT_TRUE(IsNear(*random->tau2Variance, 0.07486299299712562));
+
+    const double fixedPct[] = {59.01639344262295, 26.22950819672131, 14.754098360655737};
+    const double randomPct[] = {40.57560047519128, 33.10453753055289, 26.319861994255827};
+    double sumFixed = 0, sumRandom = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_TRUE(IsNear(*r.studies[i].weightFixed, fixedPct[i]));
+        EXPECT_TRUE(IsNear(*r.studies[i].weightRandom, randomPct[i]));
+        sumFixed += *r.studies[i].weightFixed;
+        sumRandom += *r.studies[i].weightRandom;
+    }
+    EXPECT_TRUE(IsNear(sumFixed, 100));
+    EXPECT_TRUE(IsNear(sumRandom, 100));
+
+    // Each study row carries its block's results.
+    ColRef summary = f.analysis.vs.Ref(RunModelKey(Stem::SummaryPoint, 1, 2));
+    for (const auto& s : r.studies)
+        EXPECT_EQ(summary.Get(s.row), *random->estimate.point);
+}
+
+TEST(Analysis, OneStudyHasNoHeterogeneityAndAllTheWeight) {
+    Fixture f({{"Only", -0.9386941408703922, 0.3571249522536287}});
+    const AnalysisResult r = f.Run();
+    ASSERT_EQ(f.status, ComputeStatus::Done);
+    for (const char* model : {"Fixed", "Random"}) {
+        SCOPED_TRACE(model);
+        const SummaryResult* s = Find(r, model);
+        ASSERT_NE(s, nullptr);
+        EXPECT_EQ(s->k, 1);
+        EXPECT_TRUE(IsNear(*s->estimate.point, -0.9386941408703922));
+        EXPECT_TRUE(IsNear(*s->estimate.variance, 0.3571249522536287));
+        EXPECT_TRUE(IsNear(*s->estimate.displayPoint, std::exp(-0.9386941408703922)));
+        EXPECT_EQ(*s->q, 0);
+        EXPECT_EQ(*s->df, 0);
+        EXPECT_EQ(*s->i2, 0);
+        EXPECT_EQ(*s->tau2, 0);
+    }
+    EXPECT_EQ(*r.studies[0].weightFixed, 100);
+    EXPECT_EQ(*r.studies[0].weightRandom, 100);
+}
+
+TEST(Analysis, ComputeAgainRebuildsTheSameBlocks) {
+    Fixture f({{"A", 0.1, 0.04}, {"B", std::nullopt, std::nullopt}, {"C", 1.2, 0.16}});
+    const AnalysisResult first = f.Run();
+    const int rows = f.analysis.vs.grid.Rows();
+
+    // A narrower level and no random row: limits move, the table keeps its shape.
+    f.analysis.CILevel = 0.90;
+    f.analysis.RunWhich[2] = false;
+    ASSERT_EQ(f.analysis.Compute(), ComputeStatus::Done);
+    const AnalysisResult again = CollectResult(f.analysis);
+    EXPECT_EQ(f.analysis.vs.grid.Rows(), rows);
+    EXPECT_EQ(f.analysis.CalculationRows().size(), 1u);
+    ASSERT_EQ(again.summaries.size(), 1u);
+    EXPECT_EQ(again.summaries[0].modelWord, "Fixed");
+    EXPECT_EQ(*again.summaries[0].estimate.point, *first.summaries[0].estimate.point);
+    EXPECT_GT(*again.summaries[0].estimate.lower, *first.summaries[0].estimate.lower);
+    ASSERT_EQ(again.studies.size(), 3u);
+    EXPECT_FALSE(again.studies[1].estimate.point.has_value());
+    EXPECT_FALSE(again.studies[1].weightFixed.has_value());
+}
+
+TEST(Analysis, RowsStandByStudyNameAndEmptyRowsGo) {
+    Fixture f({{"Beta", 0.5, 0.09}, {"", std::nullopt, std::nullopt}, {"alpha", 0.1, 0.04}},
+              "Log odds ratio");
+    const AnalysisResult r = f.Run();
+    ASSERT_EQ(r.studies.size(), 2u);
+    EXPECT_EQ(r.studies[0].identity[0], "alpha");
+    EXPECT_EQ(*r.studies[0].estimate.point, 0.1);
+    EXPECT_EQ(r.studies[1].identity[0], "Beta");
+    EXPECT_EQ(*r.studies[1].estimate.point, 0.5);
+    // The entry order stays with the rows; the block's first row names the last study.
+    EXPECT_EQ(f.analysis.vs.Text(r.studies[0].row, Key::EntrySeq), "00003");
+    const int total = f.analysis.CalculationRows().back();
+    EXPECT_EQ(f.analysis.vs.Text(total, "Study name"), "Beta");
+    EXPECT_EQ(f.analysis.vs.Text(total + 2, Key::Model), "Random, ignoring grouping");
+    EXPECT_EQ(f.analysis.vs.Text(total + 2, Key::ModelDisplay), "Random");
+}
+
+TEST(Analysis, NoValidRowLeavesTheBlockEmpty) {
+    Fixture f({{"A", std::nullopt, 0.04}});
+    const AnalysisResult r = f.Run();
+    ASSERT_EQ(f.status, ComputeStatus::Done);
+    ASSERT_EQ(r.summaries.size(), 2u);
+    EXPECT_EQ(r.summaries[0].k, 0);
+    EXPECT_FALSE(r.summaries[0].estimate.point.has_value());
+    EXPECT_FALSE(r.summaries[0].q.has_value());
+}
+
+}  // namespace
+}  // namespace synthara::analysis
