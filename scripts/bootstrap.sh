@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev clang-format
-    libboost-math-dev nlohmann-json3-dev libcli11-dev
+    libboost-math-dev nlohmann-json3-dev libzip-dev pkg-config libcli11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
 )
 

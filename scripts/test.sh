@@ -27,8 +27,8 @@ ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:ha
 echo "== short fuzzing runs"
 CC=clang CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DSYNTHARA_FUZZ=ON -DSYNTHARA_TESTS=OFF >/dev/null
-cmake --build build/fuzz -j "$jobs"
-for target in build/fuzz/fuzz/fuzz_*; do
+cmake --build build/fuzz -j "$jobs" --target synthara_fuzz
+for target in build/fuzz/bin/fuzz_*; do
     [ -x "$target" ] || continue
     name=$(basename "$target")
     corpus=$(mktemp -d)
