@@ -106,7 +106,7 @@ void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
 
 CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
     auto* cmd = app.add_subcommand("analyze", "Combine the studies: fixed and random summaries");
-    cmd->add_option("INPUT", args.input, "A delimited text file (.csv, .tsv, .txt)")->required();
+    cmd->add_option("INPUT", args.input, kInputHelp)->required();
     cmd->add_option("--format", args.format,
                     "Data format (long or short name) of rows without a \"Data format\" cell");
     cmd->add_option("--index", args.index,

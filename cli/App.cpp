@@ -7,6 +7,7 @@
 
 #include "cli/AnalyzeCommand.h"
 #include "cli/ComputeCommand.h"
+#include "cli/ConvertCommand.h"
 
 namespace synthara::cli {
 
@@ -19,6 +20,8 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     auto* computeCmd = AddComputeCommand(app, compute);
     AnalyzeArgs analyze;
     auto* analyzeCmd = AddAnalyzeCommand(app, analyze);
+    ConvertArgs convert;
+    auto* convertCmd = AddConvertCommand(app, convert);
 
     try {
         // CLI11 takes the arguments last to first.
@@ -31,6 +34,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     try {
         if (computeCmd->parsed()) return RunCompute(compute, out, err);
         if (analyzeCmd->parsed()) return RunAnalyze(analyze, out, err);
+        if (convertCmd->parsed()) return RunConvert(convert, out, err);
     } catch (const std::exception& e) {
         // The engine reports bad data in its own words; this is the last guard.
         err << "synthara-cli: " << e.what() << '\n';

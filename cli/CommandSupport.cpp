@@ -7,13 +7,17 @@
 
 #include "effectsize/Compute.h"
 #include "effectsize/WorkingSet.h"
+#include "sheet/ProjectFile.h"
 
 namespace synthara::cli {
 
 void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
                  ports::Prompter& prompter) {
     if (imported.dataRows > 0) {
-        effectsize::ComputeOptions options;
+        // The options travel with the project; an imported table has the defaults.
+        const sheet::StoredNumbers stored = sheet::ReadStoredNumbers(sheet);
+        effectsize::ComputeOptions options{stored.ImputedR, stored.FudgeFactor,
+                                           stored.PoolVarianceMethod, stored.GVarianceMethod};
         effectsize::ComputeContext context{options, prompter};
         int first = sheet::FixedRowCount;
         int last = sheet::FixedRowCount + imported.dataRows - 1;

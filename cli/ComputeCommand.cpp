@@ -103,7 +103,7 @@ void PrintTable(const json& rows, const sheet::Sheet& sheet, std::ostream& out) 
 
 CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     auto* cmd = app.add_subcommand("compute", "Compute every row's effect sizes");
-    cmd->add_option("INPUT", args.input, "A delimited text file (.csv, .tsv, .txt)")->required();
+    cmd->add_option("INPUT", args.input, kInputHelp)->required();
     cmd->add_option("--format", args.format,
                     "Data format (long or short name) of rows without a \"Data format\" cell");
     cmd->add_flag("--json", args.json, "Print JSON");

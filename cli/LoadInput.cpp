@@ -4,9 +4,33 @@
 
 #include "cli/App.h"
 #include "sheet/DelimitedText.h"
+#include "sheet/ProjectFile.h"
 
 namespace synthara::cli {
 namespace {
+
+// Every row from the first data row to the last one holding anything.
+int DataRowsOf(const sheet::Sheet& sheet) {
+    const int last = sheet.GetLastRow();
+    if (last == sheet::FixedRowCount && sheet.isRowEmpty(last)) return 0;
+    return last - sheet::FixedRowCount + 1;
+}
+
+int LoadProject(const std::string& path, const std::string& format, sheet::Sheet& sheet,
+                sheet::ImportResult& imported, std::ostream& err) {
+    const sheet::FileResult loaded = sheet::LoadProjectFile(sheet, path);
+    if (!loaded.ok) {
+        err << path << ": " << loaded.message << '\n';
+        return ExitRefused;
+    }
+    // A project's rows already carry their formats: --format names none of them.
+    if (!format.empty()) err << "--format has no effect on a project file\n";
+    imported.ok = true;
+    imported.dataRows = DataRowsOf(sheet);
+    return ExitDone;
+}
+
+}  // namespace
 
 bool IsProjectFile(const std::string& path) {
     const auto dot = path.rfind('.');
@@ -17,18 +41,13 @@ bool IsProjectFile(const std::string& path) {
     return ext == "syn" || ext == "syt";
 }
 
-}  // namespace
-
 int LoadInput(const std::string& path, const std::string& format, sheet::Sheet& sheet,
               sheet::ImportResult& imported, std::ostream& err) {
     if (!format.empty() && sheet::FindFormatByAnyName(format) == nullptr) {
         err << "Unknown data format \"" << format << "\" (--format)\n";
         return ExitUsage;
     }
-    if (IsProjectFile(path)) {
-        err << path << ": project files cannot be read by this version yet\n";
-        return ExitRefused;
-    }
+    if (IsProjectFile(path)) return LoadProject(path, format, sheet, imported, err);
     const sheet::DelimitedResult text = sheet::ReadDelimitedFile(path);
     if (!text.ok) {
         err << text.Describe(path) << '\n';

@@ -8,6 +8,12 @@
 
 namespace synthara::cli {
 
+inline constexpr const char* kInputHelp =
+    "A delimited text file (.csv, .tsv, .txt) or a project (.syn) or template (.syt)";
+
+// A project (.syn) or template (.syt) file, by its name's ending.
+bool IsProjectFile(const std::string& path);
+
 // Fills `sheet` from the file at `path`; `format` is --format ("" when not
 // given). Returns the exit status: ExitDone when the sheet is ready, otherwise
 // the reason has been written to `err`.

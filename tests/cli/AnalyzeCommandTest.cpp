@@ -1,34 +1,23 @@
-#include <fstream>
-#include <sstream>
-
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "cli/App.h"
+#include "CliRun.h"
 
 namespace synthara::cli {
 namespace {
 
-struct Ran {
-    int status = -1;
-    std::string out, err;
-};
+using clitest::Ran;
 
 Ran Analyze(std::vector<std::string> options) {
-    const std::string path = ::testing::TempDir() + "analyze.csv";
-    std::ofstream(path, std::ios::binary)
-        << "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
-           "Aronson 1948,4,123,11,139\n"
-           "One cell empty,,50,10,52\n"
-           "Ferguson & Simes 1949,6,306,29,303\n";
+    const std::string path = clitest::WriteFile(
+        "analyze.csv",
+        "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+        "Aronson 1948,4,123,11,139\n"
+        "One cell empty,,50,10,52\n"
+        "Ferguson & Simes 1949,6,306,29,303\n");
     std::vector<std::string> args = {"analyze", path, "--format", "Cohort 2x2 (Events)"};
     args.insert(args.end(), options.begin(), options.end());
-    std::ostringstream out, err;
-    Ran ran;
-    ran.status = Run(args, out, err);
-    ran.out = out.str();
-    ran.err = err.str();
-    return ran;
+    return clitest::RunCli(args);
 }
 
 TEST(AnalyzeCommand, RefusesWhatItCannotAnalyze) {

@@ -1,33 +1,14 @@
-#include <fstream>
-#include <sstream>
-
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "cli/App.h"
+#include "CliRun.h"
 
 namespace synthara::cli {
 namespace {
 
-struct Ran {
-    int status = -1;
-    std::string out, err;
-};
-
-Ran RunCli(const std::vector<std::string>& args) {
-    std::ostringstream out, err;
-    Ran ran;
-    ran.status = Run(args, out, err);
-    ran.out = out.str();
-    ran.err = err.str();
-    return ran;
-}
-
-std::string WriteFile(const std::string& name, const std::string& text) {
-    const std::string path = ::testing::TempDir() + name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-}
+using clitest::Ran;
+using clitest::RunCli;
+using clitest::WriteFile;
 
 const std::string kEvents =
     "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
@@ -58,7 +39,7 @@ TEST(ComputeCommand, ExitStatus) {
         {{"compute", broken, "--format", "Cohort 2x2 (Events)"},
          ExitRefused,
          "broken.csv, line 2, column 1: the quote"},
-        {{"compute", "study.syn"}, ExitRefused, "project files"},
+        {{"compute", "/nonexistent/study.syn"}, ExitRefused, "study.syn: "},
     };
     for (const auto& c : cases) {
         const Ran ran = RunCli(c.args);
