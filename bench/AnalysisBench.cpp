@@ -45,9 +45,7 @@ void BM_RoadComputeRows(benchmark::State& state) {
     synthara::bench::FillSheet(sheet, kRows);
     for (auto _ : state) {
         state.PauseTiming();
-        const int formatCol = sheet.FormatCol();
-        for (int row = FixedRowCount; row < sheet.flex.Rows(); ++row)
-            sheet.flex.ClearCell(row, formatCol);
+        synthara::bench::ForgetFormats(sheet);
         state.ResumeTiming();
         ComputeRows(sheet);
     }

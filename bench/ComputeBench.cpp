@@ -19,14 +19,12 @@ void BM_ComputeTwoGroupEvents(benchmark::State& state) {
     for (auto _ : state) {
         // A fresh computation each time: forget the formats found last round.
         state.PauseTiming();
-        const int formatCol = sheet.FormatCol();
-        for (int row = FixedRowCount; row < sheet.flex.Rows(); ++row)
-            sheet.flex.ClearCell(row, formatCol);
+        synthara::bench::ForgetFormats(sheet);
         state.ResumeTiming();
         synthara::effectsize::ComputeContext context{options, prompter};
         int first = 0, last = 0;
         synthara::effectsize::Compute(sheet, first, last, context);
-        benchmark::DoNotOptimize(sheet.flex.At(FixedRowCount, formatCol));
+        benchmark::DoNotOptimize(sheet.flex.At(FixedRowCount, sheet.FormatCol()));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }

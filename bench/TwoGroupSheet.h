@@ -37,4 +37,11 @@ inline void FillSheet(sheet::Sheet& sheet, int rows) {
     }
 }
 
+// Forgets every row's format, so that the next computation starts afresh.
+inline void ForgetFormats(sheet::Sheet& sheet) {
+    const int formatCol = sheet.FormatCol();
+    for (int row = sheet::FixedRowCount; row < sheet.flex.Rows(); ++row)
+        sheet.flex.ClearCell(row, formatCol);
+}
+
 }  // namespace synthara::bench

@@ -106,9 +106,7 @@ void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
 
 CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
     auto* cmd = app.add_subcommand("analyze", "Combine the studies: fixed and random summaries");
-    cmd->add_option("INPUT", args.input, kInputHelp)->required();
-    cmd->add_option("--format", args.format,
-                    "Data format (long or short name) of rows without a \"Data format\" cell");
+    AddInputOptions(*cmd, args.input, args.format);
     cmd->add_option("--index", args.index,
                     "Effect size index, as the analysis offers it (default: the primary index)");
     cmd->add_option("--ci-level", args.ciLevel,
@@ -166,10 +164,9 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     sheet::Sheet sheet(prompter);
     sheet::ImportResult imported;
-    if (const int status = LoadInput(args.input, args.format, sheet, imported, err);
+    if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
         status != ExitDone)
         return status;
-    ComputeRows(sheet, imported, prompter);
 
     analysis::Analysis analysis(prompter);
     analysis.DisplayIndex = args.index;

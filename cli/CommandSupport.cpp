@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <ostream>
 
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+
+#include "cli/App.h"
+#include "cli/LoadInput.h"
 
 #include "effectsize/Compute.h"
 #include "effectsize/WorkingSet.h"
@@ -24,6 +28,20 @@ void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
         effectsize::Compute(sheet, first, last, context);
     }
     sheet.FindCols();
+}
+
+void AddInputOptions(CLI::App& command, std::string& input, std::string& format) {
+    command.add_option("INPUT", input, kInputHelp)->required();
+    command.add_option("--format", format,
+                       "Data format (long or short name) of rows without a \"Data format\" cell");
+}
+
+int LoadAndCompute(const std::string& input, const std::string& format, sheet::Sheet& sheet,
+                   sheet::ImportResult& imported, ports::Prompter& prompter, std::ostream& err) {
+    if (const int status = LoadInput(input, format, sheet, imported, err); status != ExitDone)
+        return status;
+    ComputeRows(sheet, imported, prompter);
+    return ExitDone;
 }
 
 std::string Dump(const nlohmann::json& value) {

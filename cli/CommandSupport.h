@@ -11,7 +11,19 @@
 #include "sheet/ImportTable.h"
 #include "sheet/Sheet.h"
 
+namespace CLI {
+class App;
+}
+
 namespace synthara::cli {
+
+// The INPUT argument and --format option every command that reads a file takes.
+void AddInputOptions(CLI::App& command, std::string& input, std::string& format);
+
+// Reads INPUT into `sheet` and computes every row. Returns the exit status;
+// on a refusal the reason has been written to `err`.
+int LoadAndCompute(const std::string& input, const std::string& format, sheet::Sheet& sheet,
+                   sheet::ImportResult& imported, ports::Prompter& prompter, std::ostream& err);
 
 // Computes every imported row, as typing the cells would, and refreshes the
 // sheet's column tables.

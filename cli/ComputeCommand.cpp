@@ -103,9 +103,7 @@ void PrintTable(const json& rows, const sheet::Sheet& sheet, std::ostream& out) 
 
 CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     auto* cmd = app.add_subcommand("compute", "Compute every row's effect sizes");
-    cmd->add_option("INPUT", args.input, kInputHelp)->required();
-    cmd->add_option("--format", args.format,
-                    "Data format (long or short name) of rows without a \"Data format\" cell");
+    AddInputOptions(*cmd, args.input, args.format);
     cmd->add_flag("--json", args.json, "Print JSON");
     return cmd;
 }
@@ -132,10 +130,9 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     sheet::Sheet sheet(prompter);
     sheet::ImportResult imported;
-    if (const int status = LoadInput(args.input, args.format, sheet, imported, err);
+    if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
         status != ExitDone)
         return status;
-    ComputeRows(sheet, imported, prompter);
     const json result = ComputeJson(sheet, imported);
     if (args.json)
         out << Dump(result) << '\n';

@@ -14,11 +14,9 @@ namespace synthara::cli {
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args) {
     auto* cmd = app.add_subcommand("convert", "Write a project or template from a file");
-    cmd->add_option("INPUT", args.input, kInputHelp)->required();
+    AddInputOptions(*cmd, args.input, args.format);
     cmd->add_option("OUTPUT", args.output, "The project (.syn) or template (.syt) to write")
         ->required();
-    cmd->add_option("--format", args.format,
-                    "Data format (long or short name) of rows without a \"Data format\" cell");
     return cmd;
 }
 
@@ -30,11 +28,9 @@ int RunConvert(const ConvertArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     sheet::Sheet sheet(prompter);
     sheet::ImportResult imported;
-    if (const int status = LoadInput(args.input, args.format, sheet, imported, err);
+    if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
         status != ExitDone)
         return status;
-    // A project holds its rows' results, as the sheet shows them after typing.
-    ComputeRows(sheet, imported, prompter);
     const sheet::FileResult saved = sheet::SaveProjectFile(sheet, args.output);
     if (!saved.ok) {
         err << args.output << ": " << saved.message << '\n';

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "sheet/SortKey.h"
+
 namespace synthara::sheet {
 
 namespace {
@@ -25,64 +27,6 @@ void MoveOne(Vector& values, int from, int to) {
     } else {
         std::rotate(begin + to, begin + from, begin + from + 1);
     }
-}
-
-// One cell reduced to what sorting needs: empty, number, or text.
-struct SortKey {
-    enum Rank : unsigned char { Empty, Number, Text };
-    Rank rank = Empty;
-    double number = 0;
-    std::string_view text;
-};
-
-SortKey MakeSortKey(const Cell& cell) {
-    SortKey key;
-    double value = 0;
-    if (cell.TryNumber(value)) {
-        key.rank = SortKey::Number;
-        key.number = value;
-    } else if (cell.IsText()) {
-        key.rank = SortKey::Text;
-        key.text = cell.TextView();
-    }
-    return key;
-}
-
-char Fold(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-int CompareFolded(std::string_view a, std::string_view b) {
-    const std::size_t n = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < n; ++i) {
-        const auto ca = static_cast<unsigned char>(Fold(a[i]));
-        const auto cb = static_cast<unsigned char>(Fold(b[i]));
-        if (ca != cb) return ca < cb ? -1 : 1;
-    }
-    if (a.size() == b.size()) return 0;
-    return a.size() < b.size() ? -1 : 1;
-}
-
-// Total order: NaN (a number cell can hold one) sorts after every number.
-int CompareNumbers(double a, double b) {
-    const bool nanA = std::isnan(a);
-    const bool nanB = std::isnan(b);
-    if (nanA || nanB) return nanA == nanB ? 0 : (nanA ? 1 : -1);
-    if (a == b) return 0;
-    return a < b ? -1 : 1;
-}
-
-int Compare(const SortKey& a, const SortKey& b) {
-    if (a.rank != b.rank) return a.rank < b.rank ? -1 : 1;
-    switch (a.rank) {
-        case SortKey::Number:
-            return CompareNumbers(a.number, b.number);
-        case SortKey::Text:
-            return CompareFolded(a.text, b.text);
-        case SortKey::Empty:
-            break;
-    }
-    return 0;
 }
 
 }  // namespace
@@ -313,8 +257,8 @@ void Grid::SortRows(int r1, int r2, int c1, int c2) {
         order[static_cast<std::size_t>(i)] = i;
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
         for (int k = 0; k < width; ++k) {
-            const int c = Compare(keys[static_cast<std::size_t>(a * width + k)],
-                                  keys[static_cast<std::size_t>(b * width + k)]);
+            const int c = CompareSortKeys(keys[static_cast<std::size_t>(a * width + k)],
+                                          keys[static_cast<std::size_t>(b * width + k)]);
             if (c != 0) return c < 0;
         }
         return false;
