@@ -50,6 +50,7 @@ void CopyGrid(const sheet::Grid& from, sheet::Grid& to) {
         column.cells.assign(source.cells.begin(), source.cells.end());
         column.back = source.back;
         column.shade = source.shade;
+        column.dataWritten = source.dataWritten;
     }
     to.SetRows(from.Rows());
     for (int r = 0; r < from.Rows(); ++r) {

@@ -42,7 +42,10 @@ class ColRef {
     }
 
   private:
-    sheet::Cell& Cell(int row) { return column_->cells[static_cast<std::size_t>(row)]; }
+    sheet::Cell& Cell(int row) {
+        column_->dataWritten = true;
+        return column_->cells[static_cast<std::size_t>(row)];
+    }
     sheet::Column* column_ = nullptr;
 };
 

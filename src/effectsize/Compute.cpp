@@ -116,7 +116,7 @@ bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRole
 }
 
 void ClearIfSet(sheet::Grid& flex, int row, int col) {
-    if (!flex.IsBlank(row, col)) flex.ClearCell(row, col);
+    if (!flex.DataRowsBlank(col) && !flex.IsBlank(row, col)) flex.ClearCell(row, col);
 }
 
 // Writes trails into a row. Sibling indices often carry the same trail, and a

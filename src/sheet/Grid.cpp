@@ -75,8 +75,25 @@ const Cell& Grid::At(int row, int col) const {
 
 void Grid::Set(int row, int col, Cell cell) {
     if (!ValidCol(col)) return;
-    auto& cells = cols_[static_cast<std::size_t>(col)].cells;
-    if (Holds(cells, row)) cells[static_cast<std::size_t>(row)] = std::move(cell);
+    Column& column = cols_[static_cast<std::size_t>(col)];
+    if (!Holds(column.cells, row)) return;
+    if (row >= fixedRows_ && !cell.IsEmpty()) column.dataWritten = true;
+    column.cells[static_cast<std::size_t>(row)] = std::move(cell);
+}
+
+bool Grid::DataRowsBlank(int col) const {
+    return ValidCol(col) && !cols_[static_cast<std::size_t>(col)].dataWritten;
+}
+
+void Grid::SetFixedRows(int n) {
+    // Rows that leave the fixed area take their metadata into the data rows.
+    if (n < fixedRows_) MarkDataWritten();
+    fixedRows_ = n;
+}
+
+void Grid::MarkDataWritten() {
+    for (Column& column : cols_)
+        column.dataWritten = true;
 }
 
 void Grid::SetText(int row, int col, std::string text) {
@@ -215,6 +232,7 @@ void Grid::RemoveColumn(int col) {
 
 void Grid::MoveRow(int from, int to) {
     if (from == to || !ValidRow(from) || !ValidRow(to)) return;
+    if (std::min(from, to) < fixedRows_) MarkDataWritten();
     for (Column& column : cols_) {
         MoveOne(column.cells, from, to);
         MoveOne(column.back, from, to);  // no-ops while not allocated
@@ -242,6 +260,7 @@ void Grid::SortRows(int r1, int r2, int c1, int c2) {
     c1 = std::max(c1, 0);
     c2 = std::min(c2, Cols() - 1);
     if (r1 >= r2 || c1 > c2) return;
+    if (r1 < fixedRows_) MarkDataWritten();
 
     const int count = r2 - r1 + 1;
     const int width = c2 - c1 + 1;

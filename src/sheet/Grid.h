@@ -37,6 +37,10 @@ struct Column {
     std::vector<Cell> cells;          // one per row
     std::vector<BackColor> back;      // empty until a colour is set, then one per row
     std::vector<std::uint8_t> shade;  // grey shade of a refused entry cell: 0 none, 1..8
+    // False only while no data row (below the fixed rows) has held a value
+    // since the column was made; every write through the grid keeps it, and
+    // code that writes `cells` directly must set it.
+    bool dataWritten = false;
 };
 
 class Grid {
@@ -49,7 +53,7 @@ class Grid {
     void SetCols(int cols);  // new columns are empty and visible
     int FixedRows() const { return fixedRows_; }
     int FixedCols() const { return fixedCols_; }
-    void SetFixedRows(int n) { fixedRows_ = n; }
+    void SetFixedRows(int n);
     void SetFixedCols(int n) { fixedCols_ = n; }
     void Clear();  // no rows, no columns
 
@@ -60,6 +64,9 @@ class Grid {
     void SetNumber(int row, int col, double value);
     void ClearCell(int row, int col);
     bool IsBlank(int row, int col) const { return At(row, col).IsEmpty(); }
+    // True when no data row of the column can hold a value: a whole column
+    // of empty results is skipped without reading its cells.
+    bool DataRowsBlank(int col) const;
     // Text comparison without building a string for typed text.
     bool TextIs(int row, int col, std::string_view text) const;
 
@@ -98,6 +105,7 @@ class Grid {
     void SortRows(int r1, int r2, int c1, int c2);
 
   private:
+    void MarkDataWritten();
     bool ValidRow(int row) const { return row >= 0 && row < rows_; }
     bool ValidCol(int col) const { return col >= 0 && col < Cols(); }
     bool Valid(int row, int col) const { return ValidRow(row) && ValidCol(col); }

@@ -147,3 +147,34 @@ TEST(GridTest, SortOrdersEmptyNumbersThenText) {
 
 }  // namespace
 }  // namespace synthara::sheet
+
+namespace synthara::sheet {
+namespace {
+
+// The blank-column hint may be conservative but must never claim a column is
+// blank while a data row holds a value, whichever way the value got there.
+TEST(GridTest, DataRowsBlankNeverHidesAValue) {
+    Grid grid;
+    grid.SetRows(6);
+    grid.SetCols(3);
+    grid.SetFixedRows(2);
+    grid.SetText(0, 0, "metadata");
+    grid.ClearCell(4, 1);
+    EXPECT_TRUE(grid.DataRowsBlank(0)) << "fixed rows are not data";
+    EXPECT_TRUE(grid.DataRowsBlank(1)) << "clearing writes no value";
+
+    grid.SetNumber(5, 1, 0.0);
+    EXPECT_FALSE(grid.DataRowsBlank(1));
+
+    grid.MoveRow(0, 4);  // the metadata cell lands in a data row
+    EXPECT_EQ(grid.Text(4, 0), "metadata");
+    EXPECT_FALSE(grid.DataRowsBlank(0));
+
+    grid.SetText(1, 2, "x");
+    grid.SetFixedRows(1);  // row 1 becomes a data row
+    EXPECT_FALSE(grid.DataRowsBlank(2));
+    EXPECT_FALSE(grid.DataRowsBlank(7)) << "out of range is not blank";
+}
+
+}  // namespace
+}  // namespace synthara::sheet
