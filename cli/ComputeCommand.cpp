@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
+#include <sstream>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -55,47 +56,43 @@ std::string StudyName(const sheet::Sheet& sheet, int row) {
 
 // The readable table: each row's primary index (its format's first one) with
 // point and standard error, then its messages.
+// The indices a row's format shows first, each with its point and, where it
+// has one, its standard error: "Odds ratio 0.391; Log odds ratio -0.939 (SE 0.598)".
+std::string Results(const json& indices, const sheet::FormatDef& format, int decimals) {
+    std::string text;
+    for (std::string_view name : format.displaySet) {
+        const auto it = indices.find(std::string(name));
+        if (it == indices.end() || !(*it)["point"].is_number()) continue;
+        if (!text.empty()) text += "; ";
+        text += std::string(name) + " " +
+                effectsize::FormatDecimals((*it)["point"].get<double>(), decimals);
+        if ((*it)["se"].is_number())
+            text += " (SE " + effectsize::FormatDecimals((*it)["se"].get<double>(), decimals) + ")";
+    }
+    return text;
+}
+
 void PrintTable(const json& rows, const sheet::Sheet& sheet, std::ostream& out) {
-    struct Line {
-        std::string row, study, format, index, point, se;
-        std::vector<std::string> errors;
-    };
-    std::vector<Line> lines{{"Row", "Study name", "Data format", "Index", "Point", "Std Err", {}}};
+    std::vector<std::vector<std::string>> lines{{"Row", "Study name", "Data format", "Results"}};
+    std::vector<std::vector<std::string>> errors{{}};
     for (const auto& r : rows) {
-        Line line;
-        line.row = std::to_string(r["row"].get<int>());
-        line.study = r["study"].get<std::string>();
-        const auto* format = sheet::FindFormat(r["format"].get<std::string>());
-        line.format =
-            format != nullptr ? std::string(format->shortName) : r["format"].get<std::string>();
-        if (format != nullptr && !format->displaySet.empty()) {
-            line.index = std::string(format->displaySet.front());
-            if (const auto it = r["indices"].find(line.index); it != r["indices"].end()) {
-                const auto text = [&](const json& v) {
-                    return v.is_number()
-                               ? effectsize::FormatDecimals(v.get<double>(), sheet.Decimals)
-                               : std::string();
-                };
-                line.point = text((*it)["point"]);
-                line.se = text((*it)["se"]);
-            }
-        }
-        line.errors = r["errors"].get<std::vector<std::string>>();
-        lines.push_back(std::move(line));
+        const std::string longName = r["format"].get<std::string>();
+        const auto* format = sheet::FindFormat(longName);
+        lines.push_back({std::to_string(r["row"].get<int>()), r["study"].get<std::string>(),
+                         format != nullptr ? std::string(format->shortName) : longName,
+                         format != nullptr ? Results(r["indices"], *format, sheet.Decimals) : ""});
+        errors.push_back(r["errors"].get<std::vector<std::string>>());
     }
-    std::array<std::size_t, 6> width{};
-    for (const auto& l : lines) {
-        const std::array<const std::string*, 6> f{&l.row,   &l.study, &l.format,
-                                                  &l.index, &l.point, &l.se};
-        for (std::size_t k = 0; k < f.size(); ++k)
-            width[k] = std::max(width[k], f[k]->size());
-    }
-    for (const auto& l : lines) {
-        out << Pad(l.row, width[0]) << "  " << Pad(l.study, width[1]) << "  "
-            << Pad(l.format, width[2]) << "  " << Pad(l.index, width[3]) << "  "
-            << Pad(l.point, width[4]) << "  " << l.se << '\n';
-        for (const auto& e : l.errors)
-            out << "    " << e << '\n';
+    std::ostringstream table;
+    PrintColumns(lines, table, {0});
+    // Each row's messages stand under it, indented.
+    std::istringstream printed(table.str());
+    std::string line;
+    for (std::size_t k = 0; std::getline(printed, line); ++k) {
+        out << line << '\n';
+        if (k < errors.size())
+            for (const auto& e : errors[k])
+                out << "    " << e << '\n';
     }
 }
 
