@@ -193,15 +193,14 @@ void CellsTrail(EventsRow& ev, Layout layout) {
             AddStep(t, {"D = ", G1(D)});
             break;
         case Layout::RateAndN:
-            // The rate is a proportion, so it prints as a statistic, not a count.
             AddStep(t, {"A = ", Label(ev, 0), " * ", Label(ev, 1)});
             AddStep(t, {"B = ", Label(ev, 1), " - A"});
             AddStep(t, {"C = ", Label(ev, 2), " * ", Label(ev, 3)});
             AddStep(t, {"D = ", Label(ev, 3), " - C"});
             AddFormula(t, "", "S");
-            AddStep(t, {"A = ", G3(Val(ev, 0)), " * ", G1(N1), " = ", G1(A)});
+            AddStep(t, {"A = ", G1(Val(ev, 0)), " * ", G1(N1), " = ", G1(A)});
             AddStep(t, {"B = ", G1(N1), " - ", G1(A), " = ", G1(B)});
-            AddStep(t, {"C = ", G3(Val(ev, 2)), " * ", G1(N2), " = ", G1(C)});
+            AddStep(t, {"C = ", G1(Val(ev, 2)), " * ", G1(N2), " = ", G1(C)});
             AddStep(t, {"D = ", G1(N2), " - ", G1(C), " = ", G1(D)});
             break;
         case Layout::Matched:
@@ -239,7 +238,6 @@ void MatchedCorrelation(EventsRow& ev) {
     const double rho = (nTot * S - A * B) / std::sqrt(product);
     const double delta = nTot * nTot * (nTot * S - A * B) / product;
     ev.deltaOverN = delta / nTot;
-    AddFormula(t, "", "S");
     AddFormula(t, "NTot = NTot/2", "S");
     AddFormula(t, "Rho = (NTot * S - A * B) / Sqr(A * B * C * D)", "S");
     AddFormula(t, "Delta = NTot * NTot * (NTot * S - A * B) / (A * B * C * D)", "S");
@@ -248,7 +246,6 @@ void MatchedCorrelation(EventsRow& ev) {
     if (added) {
         AddFormula(t, kAdded, "S");
         AddFormula(t, "for computation of Rho and DeltaOverN", "S");
-        AddFormula(t, "", "S");
     }
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), n = G1(nTot), s = G1(S);
     AddStep(t, {"NTot = ", G1(nTot * 2), "/2 = ", n});
@@ -268,16 +265,13 @@ void ExternalCorrelation(EventsRow& ev) {
     const double nTot = (A + B + C + D) / 2;
     const double rho = Val(ev, 4);
     ev.deltaOverN = (rho * nTot) / std::sqrt(A * B * C * D);
-    AddFormula(t, "", "S");
     AddFormula(t, "Rho = External correlation", "S");
     AddFormula(t, "", "S");
     AddFormula(t, "NTot = (A + B + C + D) / 2", "S");
     AddFormula(t, "DeltaOverN = (NTot * Rho) / Sqr(A * B * C * D)", "S");
-    AddFormula(t, "", "S");
     if (added) {
         AddFormula(t, kAdded, "S");
         AddFormula(t, "for computation of Rho and DeltaOverN", "S");
-        AddFormula(t, "", "S");
     }
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D);
     AddStep(t, {"Rho = ", G3(rho)});

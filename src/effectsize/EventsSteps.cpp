@@ -54,7 +54,6 @@ bool LogOddsStep(EventsRow& row) {
     std::string& t = row.Trail(Ix::LogOddsRatio);
     t.reserve(row.head.size() + 768);
     t = row.head;
-    AddFormula(t, "", "S");
     AddFormula(t, "LogOddsRatio = Log((A * D) / (B * C))", "S");
     AddFormula(t,
                row.paired ? "LogOddsVariance = (1 / A + 1 / B + 1 / C + 1 / D) - 2 * DeltaOverN"
@@ -92,16 +91,13 @@ void StdDiffStep(EventsRow& row) {
     AddFormula(t, "Standardized mean difference (d)", "T");
     AddFormula(t, "Starting with cells in 2x2 table,", "S");
     AddFormula(t, "first compute the Log odds ratio, and then convert to d.", "S");
-    AddFormula(t, "", "S");
     AddFormula(t, "StdDiff = Sqr(3) * LogOddsRatio / PI", "S");
     AddFormula(t, "StdDiffSE = Sqr((3 * (LogOddsSE ^ 2)) / PI ^ 2)", "S");
     AddFormula(t, "StdDiffVar = StdDiffSE ^ 2", "S");
-    AddFormula(t, "", "S");
     const std::string seText = G3(se);
     AddStep(t, {"StdDiff = Sqr(3) * ", G3(row.logOdds), " / ", kPi, " = ", G3(d)});
     AddStep(t, {"StdDiffSE = Sqr((3 * (", G3(row.logOddsSE), " ^ 2)) / ", kPi, " ^ 2) = ", seText});
     AddStep(t, {"StdDiffVar = ", seText, " ^ 2 = ", G3(se * se)});
-    AddFormula(t, "", "S");
     AddFormula(t, "To display computation of Odds ratio,", "S");
     AddFormula(t, "select 'Odds ratio' tab on this form.", "S");
 }
@@ -129,11 +125,9 @@ void PairedStdDiffStep(EventsRow& row) {
     AddFormula(t, "Paired standardized mean difference", "T");
     for (std::string_view line : kLines)
         AddFormula(t, line, "S");
-    AddFormula(t, "", "S");
     AddFormula(t, "StdPairedDiff = StdDiff / Sqr(2 * (1 - ImputedR))", "S");
     AddFormula(t, "StdPairedDiffSE = StdDiffSE / Sqr(2 * (1 - ImputedR))", "S");
     AddFormula(t, "StdPairedDiffVar = StdPairedDiffSE ^ 2", "S");
-    AddFormula(t, "", "S");
     const std::string r = G3(imputedR), seText = G3(se);
     AddStep(t, {"StdPairedDiff = ", G3(row.stdDiff), " / Sqr(2 * (1 - ", r, ")) = ", G3(d)});
     AddStep(t, {"StdPairedDiffSE = ", G3(row.stdDiffSE), " / Sqr(2 * (1 - ", r, ")) = ", seText});
@@ -152,24 +146,21 @@ void HedgesGStep(EventsRow& row) {
     const double variance = seAgain * seAgain;
     row.ws.SetResult(Ix::HedgesG, g, se, variance);
 
+    // The text names the default method's formula whichever method is set,
+    // so it carries no numbers that the other method would contradict.
+    static constexpr std::string_view kLines[] = {
+        "To compute g, the program computes a correction factor J,",
+        "J = 1 - (3 / (4 * df - 1))",
+        "Where df = NTot - 2",
+        "Computation of g",
+        "g = d * J",
+        "StdErr(g) = StdErr(d) * J",
+        "Variance(g) = StdErr(g) ^ 2",
+    };
     std::string& t = row.Trail(Ix::HedgesG);
-    t.reserve(640);
-    const std::string dfText = std::to_string(df), jText = G3(j), seText = G3(se);
     AddFormula(t, "Standardized mean difference corrected for bias (Hedges' g)", "T");
-    AddFormula(t, "To compute g, the program computes a correction factor J,", "S");
-    AddFormula(t, "J = 1 - (3 / (4 * df - 1))", "S");
-    AddFormula(t, "Where df = NTot - 2", "S");
-    AddFormula(t, "", "S");
-    AddStep(t, {"df = ", G1(row.nTot), " - 2 = ", dfText});
-    AddStep(t, {"J = 1 - (3 / (4 * ", dfText, " - 1)) = ", jText});
-    AddFormula(t, "Computation of g", "T");
-    AddFormula(t, "g = d * J", "S");
-    AddFormula(t, "StdErr(g) = StdErr(d) * J", "S");
-    AddFormula(t, "Variance(g) = StdErr(g) ^ 2", "S");
-    AddFormula(t, "", "S");
-    AddStep(t, {"g = ", G3(row.stdDiff), " * ", jText, " = ", G3(g)});
-    AddStep(t, {"StdErr(g) = ", G3(row.stdDiffSE), " * ", jText, " = ", seText});
-    AddStep(t, {"Variance(g) = ", seText, " ^ 2 = ", G3(variance)});
+    for (std::string_view line : kLines)
+        AddFormula(t, line, "S");
 }
 
 void CorrelationStep(EventsRow& row) {
@@ -191,14 +182,12 @@ void CorrelationStep(EventsRow& row) {
     AddFormula(t, "Correlation (r) and Fisher's Z", "T");
     AddFormula(t, "r = d / Sqr(d ^ 2 + 4)", "S");
     AddFormula(t, "StdErr(r) = Sqr(16 * StdErr(d) ^ 2 / ((d ^ 2 + 4) ^ 3))", "S");
-    AddFormula(t, "", "S");
     AddStep(t, {"r = ", dText, " / Sqr(", dText, " ^ 2 + 4) = ", rText});
     AddStep(t,
             {"StdErr(r) = Sqr(16 * ", G3(dSE), " ^ 2 / ((", dText, " ^ 2 + 4) ^ 3)) = ", rSEText});
     AddFormula(t, "Computation of Z", "T");
     AddFormula(t, "Z = 0.5 * Log((1 + r) / (1 - r))", "S");
     AddFormula(t, "StdErr(Z) = StdErr(r) / (1 - r ^ 2)", "S");
-    AddFormula(t, "", "S");
     AddStep(t, {"Z = 0.5 * Log((1 + ", rText, ") / (1 - ", rText, ")) = ", G3(z)});
     AddStep(t, {"StdErr(Z) = ", rSEText, " / (1 - ", rText, " ^ 2) = ", G3(zSE)});
 }
@@ -212,9 +201,11 @@ void UndefinedTableStep(EventsRow& row) {
         {Ix::Correlation, "Correlation (r)"},
         {Ix::FishersZ, "Fisher's Z"},
     };
+    // The log odds ratio keeps the cells above its note, as its computed
+    // trail would; the odds ratio itself gets no trail.
     for (const auto& [index, title] : kTitles)
-        TitledNote(row.Trail(index), nullptr, title, kUndefined);
-    row.Trail(Ix::OddsRatio) = row.Trail(Ix::LogOddsRatio);
+        TitledNote(row.Trail(index), index == Ix::LogOddsRatio ? &row.head : nullptr, title,
+                   kUndefined);
 }
 
 void PetoStep(EventsRow& row, bool undefinedTable) {
@@ -255,24 +246,20 @@ void PetoStep(EventsRow& row, bool undefinedTable) {
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), tot = G1(total),
                       eText = G3(expected), vText = G3(v), oeText = G3(oMinusE),
                       logText = G3(logPeto), seText = G3(se);
-    AddFormula(t, "", "S");
     AddFormula(t, "T = A + B + C + D", "S");
     AddFormula(t, "O = A", "S");
     AddFormula(t, "E = ((A + B) * (A + C)) / T", "S");
     AddFormula(t, "V = ((A + B) * (C + D) * (A + C) * (B + D)) / (Total ^ 2 * (Total - 1))", "S");
-    AddFormula(t, "", "S");
     AddStep(t, {"T = ", a, " + ", b, " + ", c, " + ", d, " = ", tot});
     AddStep(t, {"O = ", a});
     AddStep(t, {"E = ((", a, " + ", b, ") * (", a, " + ", c, ")) / ", tot, " = ", eText});
     AddStep(t, {"V = ((", a, " + ", b, ") * (",  c,   " + ",      d,   ") * (",     a,    " + ", c,
                 ") * (",  b, " + ", d, ")) / (", tot, " ^ 2 * (", tot, " - 1)) = ", vText});
-    AddFormula(t, "", "S");
     AddFormula(t, "O-E = Observed - Expected", "S");
     AddFormula(t, "Peto LogOddsRatio = (Observed - Expected) / Variance", "S");
     AddFormula(t, "StdErr = Sqr(1 / Variance)", "S");
     AddFormula(t, "Variance = StdErr ^ 2", "S");
     AddFormula(t, "Peto OddsRatio = Exp(LogOddsRatio)", "S");
-    AddFormula(t, "", "S");
     AddStep(t, {"O-E = ", a, " - ", eText, " = ", oeText});
     AddStep(t, {"Peto LogOddsRatio = (", oeText, ") / ", vText, " = ", logText});
     AddStep(t, {"StdErr = Sqr(1 / ", vText, ") = ", seText});
@@ -307,15 +294,12 @@ void RiskRatioStep(EventsRow& row, bool undefinedTable) {
     AddFormula(t, "Risk ratio", "T");
     AddFormula(t, "N1 = A + B", "S");
     AddFormula(t, "N2 = C + D", "S");
-    AddFormula(t, "", "S");
     AddStep(t, {"N1 = ", a, " + ", b, " = ", n1Text});
     AddStep(t, {"N2 = ", c, " + ", d, " = ", n2Text});
-    AddFormula(t, "", "S");
     AddFormula(t, "LogRiskRatio = Log((A / N1) / (C / N2))", "S");
     AddFormula(t, "LogRiskVariance = (B / A) / (B + A) + (D / C) / (D + C)", "S");
     AddFormula(t, "LogRiskSE = Sqr(LogRiskVariance)", "S");
     AddFormula(t, "RiskRatio = Exp(LogRiskRatio)", "S");
-    AddFormula(t, "", "S");
     AddStep(
         t, {"LogRiskRatio = Log((", a, " / ", n1Text, ") / (", c, " / ", n2Text, ")) = ", logText});
     AddStep(t, {"LogRiskVariance = (", b, " / ", a, ") / (", b, " + ", a, ") + (", d, " / ", c,
@@ -323,7 +307,6 @@ void RiskRatioStep(EventsRow& row, bool undefinedTable) {
     AddStep(t, {"LogRiskSE = Sqr(", varText, ") = ", G3(se)});
     AddStep(t, {"RiskRatio = Exp(", logText, ") = ", G3(riskRatio)});
     if (added) {
-        AddFormula(t, "", "S");
         AddFormula(t, kAdded, "S");
         AddFormula(t, "for computation of Log risk ratio and its variance", "S");
     }
@@ -371,7 +354,6 @@ void RiskDifferenceStep(EventsRow& row) {
     AddStep(t, {"Q1 = ", b, " / (", a, " + ", b, ") = ", q1Text});
     AddStep(t, {"P2 = ", c, " / (", c, " + ", d, ") = ", p2Text});
     AddStep(t, {"Q2 = ", d, " / (", c, " + ", d, ") = ", q2Text});
-    AddFormula(t, "", "S");
     AddStep(t, {"RiskDiff = ", a, " / (", a, " + ", b, ") - ", c, " / (", c, " + ", d,
                 ") = ", G3(riskDiff)});
     AddStep(t, {"RiskDiffSE = Sqr(((", p1Text, " * ", q1Text, ") / (", a, " + ", b, ")) + ((",
