@@ -159,7 +159,7 @@ bool ProjectFiles::OpenTable(OpenKind kind, const std::string& path) {
     const FileResult result = LoadProjectFile(sheet_, chosen);
     if (!result.ok) {
         sheet_.Prompts().Message({" File not opened ",
-                                  {"Sorry, that file could not be opened         ", result.message},
+                                  {"Sorry, that file could not be opened         "},
                                   ports::Icon::Warning});
         return false;
     }
@@ -181,8 +181,8 @@ bool ProjectFiles::OpenTable(OpenKind kind, const std::string& path) {
         recent_.SaveTemplates();
         project_.CurrentFilePath.clear();
     } else {
+        // CurrentTemplatePath stays: it names the last template used.
         project_.CurrentFilePath = chosen;
-        project_.CurrentTemplatePath.clear();
         recent_.SetFlex(chosen);
         recent_.SaveFiles();
         project_.CurrentFileTitle = FileTitle(chosen);

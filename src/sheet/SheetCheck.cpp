@@ -54,26 +54,31 @@ void FillBlanks(Sheet& sheet, const std::array<int, kPopulations>& pops,
     }
 }
 
-// The first key that two rows share, in the order of the sorted keys. A
-// row's key is its five identifying cells joined by ", ".
+// The first key that a row shares with the next, once the rows are in the
+// grid's ascending order of their identifying cells. A row's key is its five
+// identifying cells joined by ", ", an absent population giving "".
 bool FindDuplicate(const Sheet& sheet, const std::array<int, kPopulations>& pops,
                    const std::vector<int>& rows, std::string& key) {
     struct Row {
         std::array<SortKey, kPopulations> order;
         std::array<std::string, kPopulations> text;
+        std::string key;
     };
     std::vector<Row> keyed(rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
+        Row& row = keyed[i];
         for (std::size_t p = 0; p < kPopulations; ++p) {
             const Cell& cell = sheet.flex.At(rows[i], pops[p]);
-            keyed[i].text[p] = cell.Text();
-            keyed[i].order[p] = MakeSortKey(cell);
+            row.order[p] = MakeSortKey(cell);
+            row.text[p] = cell.Text();
+            if (p > 0) row.key += ", ";
+            row.key += row.text[p];
         }
     }
     std::vector<std::size_t> order(keyed.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    // The grid's order, with the exact text breaking ties, so that rows with
-    // equal keys always end up side by side.
+    // The grid's order ignores case; the exact text breaks its ties, so that
+    // rows with equal cells always end up side by side.
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
         for (std::size_t p = 0; p < kPopulations; ++p) {
             const int c = CompareSortKeys(keyed[a].order[p], keyed[b].order[p]);
@@ -82,19 +87,22 @@ bool FindDuplicate(const Sheet& sheet, const std::array<int, kPopulations>& pops
         return keyed[a].text < keyed[b].text;
     });
     for (std::size_t i = 0; i + 1 < order.size(); ++i) {
-        const Row& here = keyed[order[i]];
-        if (here.text != keyed[order[i + 1]].text) continue;
-        key.clear();
-        for (std::size_t p = 0; p < kPopulations; ++p) {
-            if (p > 0) key += ", ";
-            key += here.text[p];
-        }
+        if (keyed[order[i]].key != keyed[order[i + 1]].key) continue;
+        key = keyed[order[i]].key;
         return true;
     }
     return false;
 }
 
 }  // namespace
+
+ports::Box StudyColumnMissing() {
+    return {"Column for study names missing",
+            {"The program requires a 'Study names' column.      ",
+             "If this column exists, double-click that column heading.      ",
+             "Otherwise, select 'Insert ... Column for... Study names'.     "},
+            ports::Icon::Information};
+}
 
 void RemoveRedBackColor(Sheet& sheet) {
     for (int c : PopulationColumns(sheet)) {
@@ -109,11 +117,7 @@ bool CheckData(Sheet& sheet) {
     const std::array<int, kPopulations> pops = PopulationColumns(sheet);
     const int studyCol = pops[0];
     if (studyCol < 0) {
-        return Fail(sheet, {"Column for study names missing",
-                            {"The program requires a 'Study names' column.      ",
-                             "If this column exists, double-click that column heading.      ",
-                             "Otherwise, select 'Insert ... Column for... Study names'.     "},
-                            ports::Icon::Information});
+        return Fail(sheet, StudyColumnMissing());
     }
     if (!HasDataEntryColumn(sheet)) {
         return Fail(

@@ -1,6 +1,7 @@
 #pragma once
 // The proof that the rows are usable before anything leaves the sheet for
 // analysis, and the command "Check data".
+#include "ports/Prompter.h"
 #include "sheet/Sheet.h"
 
 namespace synthara::sheet {
@@ -16,5 +17,9 @@ bool CheckDataCommand(Sheet& sheet);
 
 // Clears the background of the data rows of every identifying column.
 void RemoveRedBackColor(Sheet& sheet);
+
+// The box that asks for a study-name column, where a sheet without one is
+// refused.
+ports::Box StudyColumnMissing();
 
 }  // namespace synthara::sheet

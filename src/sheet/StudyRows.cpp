@@ -9,6 +9,7 @@
 #include "sheet/CellBorders.h"
 #include "sheet/DisplayColumns.h"
 #include "sheet/RowOrder.h"
+#include "sheet/SheetCheck.h"
 
 namespace synthara::sheet {
 
@@ -215,17 +216,16 @@ std::string GetNewName(const Sheet& sheet) {
         for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
             taken.insert(sheet.flex.Text(r, studyCol));
     }
-    for (int n = count + 1;; ++n) {
+    for (int n = count;; ++n) {
         char buffer[32];
         std::snprintf(buffer, sizeof buffer, "Study%03d", n);
         if (!taken.contains(buffer)) return buffer;
     }
 }
 
-void InsertStudy(Sheet& sheet, OpenProject& project, const std::string& name, bool rectangle) {
-    int studyCol = sheet.GetCol(0, 1);
-    if (studyCol < 0) studyCol = sheet.MakePop(1);
-    if (studyCol < 0) return;
+bool InsertStudy(Sheet& sheet, OpenProject& project, const std::string& name, bool rectangle) {
+    const int studyCol = sheet.GetCol(0, 1);
+    if (studyCol < 0) return false;
 
     // Each row of the study as the values of the other identifying columns.
     std::vector<std::vector<std::pair<int, std::string>>> rows(1);
@@ -261,6 +261,7 @@ void InsertStudy(Sheet& sheet, OpenProject& project, const std::string& name, bo
     AddCellBorders(sheet);
     ColorDisplayCols(sheet);
     project.SheetDirty = true;
+    return true;
 }
 
 AddStudyOutcome AddStudy(Sheet& sheet, OpenProject& project, const std::string& name,
@@ -274,7 +275,12 @@ AddStudyOutcome AddStudy(Sheet& sheet, OpenProject& project, const std::string& 
         sheet.Prompts().Message({ProgramName, {"You already have a study with this name.  "}});
         return outcome;
     }
-    InsertStudy(sheet, project, name, rectangle);
+    if (!InsertStudy(sheet, project, name, rectangle)) {
+        // The same advice the sheet check gives: the rows would have nothing
+        // to carry the study's name.
+        sheet.Prompts().Message(StudyColumnMissing());
+        return outcome;
+    }
     outcome.inserted = true;
     outcome.nextName = GetNewName(sheet);
     return outcome;
@@ -285,8 +291,7 @@ std::vector<GroupName> AssessGroupNames(const Sheet& sheet) {
     for (int c = 0; c < sheet.flex.Cols(); ++c) {
         if (!sheet.MetaIs(c, MetaRow::Function, "Data Entry")) continue;
         for (int part = MetaRow::LabelPart1; part <= MetaRow::LabelPart3; ++part) {
-            std::string piece = sheet.Meta(c, part);
-            if (piece == "Person Years") piece = "Person years";
+            const std::string piece = sheet.Meta(c, part);
             for (std::size_t w = 0; w < std::size(kGroupWords); ++w) {
                 if (piece == kGroupWords[w].word) used[w] = true;
             }

@@ -26,12 +26,14 @@ bool DeleteStudy(Sheet& sheet, OpenProject& project, int selectedRow,
                  const std::filesystem::path& backupFolder = ".");
 
 // The add-study dialog. GetNewName proposes a name not yet in the study
-// column: "Study" and a number of three digits.
+// column: "Study" and a number of three digits, counting up from the number
+// of rows with data.
 std::string GetNewName(const Sheet& sheet);
 // Adds the rows of a new study to the first free rows: one row, or with
 // `rectangle` one row for each combination of the value lists of the other
-// identifying columns.
-void InsertStudy(Sheet& sheet, OpenProject& project, const std::string& name, bool rectangle);
+// identifying columns. False, with nothing added, when the sheet has no
+// study-name column.
+bool InsertStudy(Sheet& sheet, OpenProject& project, const std::string& name, bool rectangle);
 struct AddStudyOutcome {
     bool inserted = false;  // false: a box said why and the dialog stays
     std::string nextName;   // what the name box shows next

@@ -163,8 +163,8 @@ TEST_F(ProjectFileTest, UnreadableFilesLeaveTheOpenSheetAsItWas) {
         EXPECT_FALSE(files.OpenTable(OpenKind::File));
         ASSERT_EQ(prompter.shown.size(), 1u);
         EXPECT_EQ(LastBox().title, " File not opened ");
-        EXPECT_EQ(LastBox().lines, (std::vector<std::string>{
-                                       "Sorry, that file could not be opened         ", c.why}));
+        EXPECT_EQ(LastBox().lines,
+                  std::vector<std::string>{"Sorry, that file could not be opened         "});
         sample::ExpectSameGrid(before, sheet.flex);
         EXPECT_EQ(project.CurrentFilePath, Path("open.syn"));
         EXPECT_EQ(files.Caption(), "open.syn");
@@ -236,6 +236,11 @@ TEST_F(ProjectFileTest, TemplateOpensUnnamedAndItsNextSaveAsksForAName) {
     ASSERT_TRUE(files.FileSave(0));
     EXPECT_EQ(chooser.asked.size(), 3u);
     EXPECT_FALSE(project.SheetDirty);
+
+    // The template stays the last one used when a data file is opened.
+    ASSERT_TRUE(files.OpenTable(OpenKind::File, Path("review.syn")));
+    EXPECT_EQ(project.CurrentTemplatePath, Path("design.syt"));
+    EXPECT_EQ(project.State(), ProjectState::NamedClean);
 }
 
 TEST_F(ProjectFileTest, OpeningAFileNamesItAndRestoresWhatTheFileDoesNotHold) {
@@ -288,6 +293,7 @@ TEST_F(ProjectFileTest, UnsavedChangesQuestion) {
         EXPECT_EQ(files.ConfirmDiscard(c.oldWording), c.proceeds);
         ASSERT_EQ(prompter.shown.size(), 1u);
         EXPECT_TRUE(prompter.shown[0].question);
+        EXPECT_EQ(prompter.shown[0].buttons, ports::Buttons::YesNoCancel);
         EXPECT_EQ(LastBox().title, "Synthara");
         EXPECT_EQ(LastBox().lines, std::vector<std::string>{c.text});
     }
@@ -353,6 +359,8 @@ TEST_F(ProjectFileTest, BookmarkAndRestore) {
               (std::vector<std::string>{"Any changes made since the last bookmark will be lost.  ",
                                         "Click 'Ok' to proceed, and abandon those changes.   "}));
     EXPECT_EQ(LastBox().icon, ports::Icon::Warning);
+    EXPECT_EQ(prompter.shown.back().buttons, ports::Buttons::OkCancel);
+    EXPECT_EQ(prompter.shown.back().byDefault, Answer::Cancel);
 
     prompter.answers = {Answer::Ok};
     EXPECT_TRUE(RestoreFile(sheet, project, true, folder));

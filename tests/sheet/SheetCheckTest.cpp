@@ -121,6 +121,8 @@ TEST_F(SheetCheckTest, DuplicatesAreFoundWhereverTheRowsStand) {
         {"numbers", {{"10", "x"}, {"9", "x"}, {"10", "x"}}, "10, x, , , "},
         {"one blank name", {{" ", "x"}, {"B", "x"}}, ""},
         {"first of two pairs", {{"Z", "1"}, {"C", "1"}, {"Z", "1"}, {"C", "1"}}, "C, 1, , , "},
+        // Rows are told apart by their joined keys, not cell by cell.
+        {"same key from other cells", {{"A, B", "C"}, {"A", "B, C"}}, "A, B, C, , , "},
     };
     Furnish();
     for (const Case& c : cases) {

@@ -161,7 +161,7 @@ TEST_F(StudyRowsTest, DeleteStudyBlanksItsRowsOrRestoresTheBackup) {
 TEST_F(StudyRowsTest, AddStudyDialog) {
     Furnish();
     const int outcome = sheet.MakePop(4);
-    EXPECT_EQ(GetNewName(sheet), "Study001");
+    EXPECT_EQ(GetNewName(sheet), "Study000");  // counting starts at the rows with data
     Rows({{"Study002", "x"}, {"Other", "y"}});
     EXPECT_EQ(GetNewName(sheet), "Study003");  // from the count of rows, past the taken names
     sheet.flex.SetText(FixedRowCount + 2, study, "Study003");
@@ -191,11 +191,22 @@ TEST_F(StudyRowsTest, AddStudyDialog) {
     EXPECT_EQ(Column(study, 6), (Lines{"New", "Other", "Study003", "New", "New", "New"}));
     EXPECT_EQ(Column(subgroup, 6), (Lines{"Men", "y", "", "Men", "Women", "Women"}));
     EXPECT_EQ(Column(outcome, 6), (Lines{"Death", "", "", "Stroke", "Death", "Stroke"}));
-    EXPECT_EQ(added.nextName, "Study007");
+    EXPECT_EQ(added.nextName, "Study006");
 
     EXPECT_TRUE(AddStudy(sheet, project, "Single", false).inserted);
     EXPECT_EQ(sheet.flex.Text(FixedRowCount + 6, study), "Single");
     EXPECT_EQ(sheet.flex.Text(FixedRowCount + 6, subgroup), "");
+}
+
+TEST_F(StudyRowsTest, AddStudyNeedsAStudyColumn) {
+    subgroup = sheet.MakePop(2);
+    const int columns = sheet.flex.Cols();
+    EXPECT_FALSE(AddStudy(sheet, project, "New", false).inserted);
+    ASSERT_EQ(prompter.shown.size(), 1u);
+    EXPECT_EQ(prompter.shown[0].box.title, "Column for study names missing");
+    EXPECT_EQ(sheet.flex.Cols(), columns);
+    EXPECT_TRUE(sheet.isRowEmpty(FixedRowCount));
+    EXPECT_FALSE(project.SheetDirty);
 }
 
 TEST_F(StudyRowsTest, GroupNamesInUse) {

@@ -13,11 +13,15 @@ class ScriptedPrompter final : public ports::Prompter {
     struct Shown {
         ports::Box box;
         bool question = false;
+        // For a question: the buttons offered and the one that is the default.
+        ports::Buttons buttons = ports::Buttons::Ok;
+        ports::Answer byDefault = ports::Answer::Ok;
     };
 
     void Message(const ports::Box& box) override { shown.push_back({box, false}); }
-    ports::Answer Ask(const ports::Box& box, ports::Buttons, ports::Answer byDefault) override {
-        shown.push_back({box, true});
+    ports::Answer Ask(const ports::Box& box, ports::Buttons buttons,
+                      ports::Answer byDefault) override {
+        shown.push_back({box, true, buttons, byDefault});
         if (answers.empty()) return byDefault;
         auto answer = answers.front();
         answers.pop_front();
