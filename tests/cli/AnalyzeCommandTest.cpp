@@ -42,10 +42,8 @@ TEST(AnalyzeCommand, RefusesWhatItCannotAnalyze) {
 TEST(AnalyzeCommand, JsonKeepsEveryRowAndPrintsNullForWhatIsMissing) {
     const Ran ran = Analyze({"--index", "Risk ratio", "--json"});
     ASSERT_EQ(ran.status, ExitDone) << ran.err;
+    // The names and numbers themselves are the reference cases' subject.
     const auto j = nlohmann::json::parse(ran.out);
-    EXPECT_EQ(j["index"], "Risk ratio");
-    EXPECT_EQ(j["computation_index"], "Log risk ratio");
-    EXPECT_EQ(j["transform"], "Log");
     ASSERT_EQ(j["studies"].size(), 3u);
     const auto& missing = j["studies"][2];  // rows stand by study name
     EXPECT_EQ(missing["study"], "One cell empty");

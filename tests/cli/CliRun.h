@@ -25,9 +25,12 @@ inline Ran RunCli(const std::vector<std::string>& args) {
     return ran;
 }
 
-// Writes `text` to a file of that name in the test's temporary folder.
+// Writes `text` to a file of that name, prefixed by the test's own name so
+// that tests run side by side don't share it, in the temporary folder.
 inline std::string WriteFile(const std::string& name, const std::string& text) {
-    const std::string path = ::testing::TempDir() + name;
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    const std::string path =
+        ::testing::TempDir() + test->test_suite_name() + "." + test->name() + "-" + name;
     std::ofstream(path, std::ios::binary) << text;
     return path;
 }

@@ -71,31 +71,13 @@ struct Row {
     WorkingSet ws;
 };
 
-TEST(ComputeFromEvents, OrdinaryTableAgreesWithHandValues) {
+// The numbers of ordinary and empty-cell tables are checked against
+// independently computed ones by the reference cases; here, which indices a
+// table yields.
+TEST(ComputeFromEvents, OrdinaryTableYieldsItsIndices) {
     Row row(kEventsN, {4, 123, 11, 139});
-    const WorkingSet& ws = row.ws;
-    EXPECT_EQ(ws.RowErrors, "");
-    EXPECT_TRUE(IsNear(ws.Es(1, Ix::LogOddsRatio), -0.9386941408703922));
-    EXPECT_TRUE(IsNear(ws.Es(2, Ix::LogOddsRatio), 0.5975993241743407));
-    EXPECT_TRUE(IsNear(ws.Es(3, Ix::LogOddsRatio), 0.5975993241743407 * 0.5975993241743407));
-    EXPECT_TRUE(IsNear(row.Point(Ix::OddsRatio), std::exp(-0.9386941408703922)));
-    EXPECT_TRUE(IsNear(row.Point(Ix::RiskDifference), -0.04661636544422997));
-    EXPECT_TRUE(IsNear(row.Point(Ix::LogPetoOddsRatio), -0.8603833473164195));
-    EXPECT_TRUE(IsNear(row.Point(Ix::HedgesG), -0.516034894285545));
-    EXPECT_TRUE(IsNear(row.Point(Ix::Correlation), -0.2500751077724714));
-    EXPECT_TRUE(IsNear(row.Point(Ix::FishersZ), std::atanh(-0.2500751077724714)));
-    EXPECT_TRUE(IsNear(row.Point(Ix::LogRiskRatio), std::log((4.0 / 123) / (11.0 / 139))));
-
-    const double counts[][2] = {{Ix::N1, 123},     {Ix::N2, 139},      {Ix::N3, 262},
-                                {Ix::Events1, 4},  {Ix::Events2, 11},  {Ix::Events3, 15},
-                                {Ix::MHCellA, 4},  {Ix::MHCellB, 119}, {Ix::MHCellC, 11},
-                                {Ix::MHCellD, 128}};
-    for (const auto& [index, value] : counts)
-        EXPECT_EQ(row.Point(static_cast<int>(index)), value);
-    for (int i = 1; i <= 4; ++i) {
-        EXPECT_EQ(ws.Es(i, Ix::MHLogOddsRatio), ws.Es(i, Ix::LogOddsRatio));
-        EXPECT_EQ(ws.Es(i, Ix::MHRiskDifference), ws.Es(i, Ix::RiskDifference));
-    }
+    EXPECT_EQ(row.ws.RowErrors, "");
+    EXPECT_TRUE(IsNear(row.Point(Ix::LogOddsRatio), -0.9386941408703922));
     EXPECT_EQ(row.ValidIndices(),
               (std::vector<int>{1,  2,  3,  4,  9,  12, 13, 14, 15, 16, 23, 24, 25, 26, 27,
                                 28, 29, 30, 31, 32, 33, 34, 35, 36, 64, 65, 66, 67, 68}));
@@ -217,22 +199,6 @@ TEST(ComputeFromEvents, TrailsOfATableWithAnEmptyCellReadExactly) {
     EXPECT_FALSE(Contains(trail[Ix::LogPetoOddsRatio], kAdded));
 }
 
-TEST(ComputeFromEvents, EmptyCellAddsHalfExceptForPetoAndTheCounts) {
-    Row row(kEventsN, {0, 20, 10, 20});
-    const WorkingSet& ws = row.ws;
-    EXPECT_TRUE(IsNear(row.Point(Ix::LogOddsRatio), std::log((0.5 * 10.5) / (20.5 * 10.5))));
-    EXPECT_TRUE(IsNear(ws.Es(2, Ix::LogOddsRatio), 1.4964146077478222));
-    EXPECT_TRUE(IsNear(row.Point(Ix::LogRiskRatio), std::log((0.5 / 21) / (10.5 / 21))));
-    EXPECT_TRUE(IsNear(row.Point(Ix::LogPetoOddsRatio), -2.6));
-    EXPECT_EQ(row.Point(Ix::RiskDifference), -0.5);
-    EXPECT_EQ(row.Point(Ix::N1), 20);
-    EXPECT_EQ(row.Point(Ix::Events1), 0);
-    EXPECT_EQ(row.Point(Ix::MHCellA), 0);
-    // d, g, r all come from the odds ratio with the added cells; df counts them.
-    EXPECT_TRUE(IsNear(row.Point(Ix::HedgesG), std::sqrt(3.0) * row.Point(Ix::LogOddsRatio) /
-                                                   3.14159265358979 * (1 - 3.0 / (4 * 40 - 1))));
-}
-
 TEST(ComputeFromEvents, NoEventsInEitherArmLeavesOnlyTheRiskDifference) {
     Row row(kEventsN, {0, 20, 0, 30});
     const WorkingSet& ws = row.ws;
@@ -346,9 +312,7 @@ TEST(ComputeFromEvents, PairedTables) {
 
 TEST(ComputeFromEvents, FormatsWithoutATableShowOneBoxAndComputeNothing) {
     Row condition("Events and sample size in each condition", {4, 123, 11, 139});
-    ASSERT_EQ(condition.prompter.shown.size(), 1u);
-    EXPECT_EQ(condition.prompter.shown[0].box.title, "Error");
-    EXPECT_EQ(condition.prompter.shown[0].box.lines, std::vector<std::string>{"Error"});
+    EXPECT_EQ(condition.prompter.Only(), "Error|Error");
     EXPECT_TRUE(condition.ValidIndices().empty());
 
     // Dispatch routes every name; procedures not built compute nothing.

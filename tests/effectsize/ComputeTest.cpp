@@ -6,8 +6,7 @@
 #include <optional>
 
 #include "effectsize/Trail.h"
-#include "sheet/Sheet.h"
-#include "support/ScriptedPrompter.h"
+#include "sheet/BlockTestSheet.h"
 #include "support/Tolerance.h"
 
 namespace synthara::effectsize {
@@ -16,19 +15,12 @@ namespace {
 using sheet::FixedRowCount;
 using synthara::testing::IsNear;
 
-constexpr const char* kFormat = "Events and sample size in each group";
-
 // A new sheet with a study-name column and one block of two-group events.
-class ComputeOnSheet : public ::testing::Test {
+class ComputeOnSheet : public sheet::BlockTestSheet {
   protected:
     ComputeOnSheet() {
-        sheet.InitializeGrid();
-        studyCol = sheet.MakePop(1);
-        sheet::DefineFormat(kFormat, sheet.Defined);
-        sheet.CreateAll();
-        sheet.CreateDisplayCols(kFormat);
-        sheet.FindCols();
-        sheet.FindESCols(kFormat);
+        AddBlock(sheet::kCohort);
+        sheet.FindESCols(sheet::kCohort);
     }
 
     int Entry(int role) const { return sheet.EntryColIndex[static_cast<std::size_t>(role)]; }
@@ -37,7 +29,7 @@ class ComputeOnSheet : public ::testing::Test {
             .DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
     }
     void Enter(int row, std::array<const char*, 4> texts) {
-        sheet.flex.SetText(row, studyCol, "Trial");
+        sheet.flex.SetText(row, sheet.GetCol(0, 1), "Trial");
         for (int role = 0; role < 4; ++role) {
             if (*texts[static_cast<std::size_t>(role)])
                 sheet.flex.SetText(row, Entry(role), texts[static_cast<std::size_t>(role)]);
@@ -54,11 +46,8 @@ class ComputeOnSheet : public ::testing::Test {
     }
     std::string ErrorText(int row) const { return sheet.flex.Text(row, sheet.ErrorCol()); }
 
-    synthara::testing::ScriptedPrompter prompter;
-    sheet::Sheet sheet{prompter};
     ComputeOptions options;
     ComputeContext context{options, prompter};
-    int studyCol = -1;
     static constexpr int kRow = FixedRowCount;
 };
 

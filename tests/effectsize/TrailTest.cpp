@@ -2,20 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "effectsize/Compute.h"
-
 namespace synthara::effectsize {
 namespace {
-
-TEST(Trail, ErrorsOpenWithCarriageReturnAndTwoBlanks) {
-    std::string errors;
-    AddErr(errors, "First");
-    EXPECT_EQ(errors, "\r  First");
-    AddErr(errors, "Second");
-    EXPECT_EQ(errors, "\r  First\r  Second");
-    EXPECT_EQ(SplitErrors(errors), (std::vector<std::string>{"First", "Second"}));
-    EXPECT_TRUE(SplitErrors("").empty());
-}
 
 TEST(Trail, SectionsOpenTitleAndStep) {
     std::string trail = "old text";
@@ -61,30 +49,6 @@ TEST(Trail, PrintedNumbers) {
     EXPECT_EQ(FormatDecimals(2.5, 0), "3");
     EXPECT_EQ(FormatDecimals(-2.5, 0), "-3");
     EXPECT_EQ(FormatDecimals(9.9996, 3), "10.000");
-}
-
-TEST(Trail, RestoreValsAddsHalfOnlyToATableWithAnEmptyCell) {
-    Table2x2 cells{};
-    cells[1][1] = 0, cells[1][2] = 20, cells[2][1] = 10, cells[2][2] = 10;
-    for (bool paired : {false, true}) {
-        double A, B, C, D;
-        bool added = true;
-        RestoreVals(A, B, C, D, cells, false, added, paired);
-        EXPECT_FALSE(added);
-        EXPECT_EQ(A, 0);
-        RestoreVals(A, B, C, D, cells, true, added, paired);
-        EXPECT_TRUE(added);
-        EXPECT_EQ(A, 0.5);
-        EXPECT_EQ(B, 20.5);
-        EXPECT_EQ(C, 10.5);
-        EXPECT_EQ(D, 10.5);
-    }
-    cells[1][1] = 1;
-    double A, B, C, D;
-    bool added = true;
-    RestoreVals(A, B, C, D, cells, true, added, false);
-    EXPECT_FALSE(added);
-    EXPECT_EQ(A, 1);
 }
 
 }  // namespace

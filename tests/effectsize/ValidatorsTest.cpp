@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
-
-#include "effectsize/Trail.h"
 
 namespace synthara::effectsize {
 namespace {
@@ -23,102 +22,60 @@ WorkingSet TwoRoles(std::optional<double> first, std::optional<double> second) {
     return ws;
 }
 
-using Validator = void (*)(int, int, WorkingSet&);
-
-struct Case {
-    const char* what;
-    Validator check;
-    std::optional<double> first, second;
-    std::vector<std::string> messages;
-    bool markFirst, markSecond;
-};
+// The row's errors as they are stored, from messages joined by '|'.
+std::string RowErrors(std::string_view joined) {
+    std::string text;
+    for (std::size_t start = 0; start < joined.size();) {
+        const std::size_t end = std::min(joined.find('|', start), joined.size());
+        text += "\r  " + std::string(joined.substr(start, end - start));
+        start = end + 1;
+    }
+    return text;
+}
 
 TEST(Validators, EventValidatorsReportInOrderAndMarkTheCellTheyBlame) {
     const auto none = std::nullopt;
-    const Case cases[] = {
-        {"good", CheckEventsAndN, 3, 10, {}, false, false},
-        {"events equal N", CheckEventsAndN, 10, 10, {}, false, false},
-        {"both missing",
-         CheckEventsAndN,
-         none,
-         none,
-         {"The number of events is missing", "The total N is missing"},
-         true,
-         true},
-        {"events above N marks both",
-         CheckEventsAndN,
-         11,
-         10,
-         {"Group-A Events cannot exceed Group-A Total N"},
-         true,
-         true},
-        {"negative events, N below 1",
-         CheckEventsAndN,
-         -1,
-         0.5,
-         {"Group-A Events cannot be less than zero", "Group-A Total N cannot be less than 1"},
-         true,
-         true},
-        {"N too large",
-         CheckEventsAndN,
-         1,
-         100000001,
-         {"The Group-A Total N cannot be greater than 100,000,000"},
-         false,
-         true},
-        {"N at the limit", CheckEventsAndN, 1, 100000000, {}, false, false},
-        {"non-events missing",
-         CheckNonEventsAndN,
-         none,
-         10,
-         {"The number of non-events is missing"},
-         true,
-         false},
-        {"events, non-events: sum below 1",
-         CheckEventsNonEvents,
-         0,
-         0.5,
-         {"Total N cannot be less than 1"},
-         true,
-         true},
-        {"events, non-events: negative and missing",
-         CheckEventsNonEvents,
-         -2,
-         none,
-         {"The number of non-events is missing", "Group-A Events cannot be less than zero"},
-         true,
-         true},
-        {"events, non-events: too many",
-         CheckEventsNonEvents,
-         50000000,
-         50000001,
-         {"The sample size cannot be greater than 100,000,000"},
-         true,
-         true},
-        {"rate missing", CheckEventRateN, none, 10, {"Group-A Events is missing"}, true, false},
-        {"rate above one, N below one",
-         CheckEventRateN,
-         1.01,
-         0,
-         {"Group-A Events cannot be greater than one", "Group-A Total N cannot be less than one"},
-         true,
-         true},
-        {"rate negative, N too large",
-         CheckEventRateN,
-         -0.1,
-         2e8,
-         {"Group-A Events cannot be less than zero",
-          "Group-A Total N cannot be greater than 100,000,000"},
-         true,
-         true},
-        {"rate of one", CheckEventRateN, 1, 1, {}, false, false},
+    const struct {
+        const char* what;
+        void (*check)(int, int, WorkingSet&);
+        std::optional<double> first, second;
+        const char* marked;    // "A" the first cell, "B" the second
+        const char* messages;  // in order, joined by '|'
+    } cases[] = {
+        {"good", CheckEventsAndN, 3, 10, "", ""},
+        {"events equal N", CheckEventsAndN, 10, 10, "", ""},
+        {"both missing", CheckEventsAndN, none, none, "AB",
+         "The number of events is missing|The total N is missing"},
+        {"events above N marks both", CheckEventsAndN, 11, 10, "AB",
+         "Group-A Events cannot exceed Group-A Total N"},
+        {"negative events, N below 1", CheckEventsAndN, -1, 0.5, "AB",
+         "Group-A Events cannot be less than zero|Group-A Total N cannot be less than 1"},
+        {"N too large", CheckEventsAndN, 1, 100000001, "B",
+         "The Group-A Total N cannot be greater than 100,000,000"},
+        {"N at the limit", CheckEventsAndN, 1, 100000000, "", ""},
+        {"non-events missing", CheckNonEventsAndN, none, 10, "A",
+         "The number of non-events is missing"},
+        {"events, non-events: sum below 1", CheckEventsNonEvents, 0, 0.5, "AB",
+         "Total N cannot be less than 1"},
+        {"events, non-events: negative and missing", CheckEventsNonEvents, -2, none, "AB",
+         "The number of non-events is missing|Group-A Events cannot be less than zero"},
+        {"events, non-events: too many", CheckEventsNonEvents, 50000000, 50000001, "AB",
+         "The sample size cannot be greater than 100,000,000"},
+        {"rate missing", CheckEventRateN, none, 10, "A", "Group-A Events is missing"},
+        {"rate above one, N below one", CheckEventRateN, 1.01, 0, "AB",
+         "Group-A Events cannot be greater than one|Group-A Total N cannot be less than one"},
+        {"rate negative, N too large", CheckEventRateN, -0.1, 2e8, "AB",
+         "Group-A Events cannot be less than zero|"
+         "Group-A Total N cannot be greater than 100,000,000"},
+        {"rate of one", CheckEventRateN, 1, 1, "", ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         WorkingSet ws = TwoRoles(c.first, c.second);
         c.check(0, 1, ws);
-        EXPECT_EQ(SplitErrors(ws.RowErrors), c.messages) << c.what;
-        EXPECT_EQ(!ws.EntryMarks[0].empty(), c.markFirst) << c.what;
-        EXPECT_EQ(!ws.EntryMarks[1].empty(), c.markSecond) << c.what;
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.what;
+        const std::string marked = std::string(ws.EntryMarks[0].empty() ? "" : "A") +
+                                   (ws.EntryMarks[1].empty() ? "" : "B");
+        EXPECT_EQ(marked, c.marked) << c.what;
     }
 }
 
@@ -135,8 +92,7 @@ TEST(Validators, ExternalCorrelation) {
     for (const auto& c : cases) {
         WorkingSet ws = TwoRoles(c.r, 1);
         CheckR(0, ws);
-        const std::string expected = *c.message ? std::string("\r  ") + c.message : "";
-        EXPECT_EQ(ws.RowErrors, expected);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
         EXPECT_EQ(ws.EntryMarks[0], c.message);
     }
 }

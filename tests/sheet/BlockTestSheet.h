@@ -44,15 +44,7 @@ class BlockTestSheet : public ::testing::Test {
                                     [static_cast<std::size_t>(attr)];
     }
     bool Shown(int col) const { return !sheet.flex.Col(col).hidden; }
-    // The last box's title and lines, "title|line|line".
-    std::string LastBox() const {
-        if (prompter.shown.empty()) return "<none>";
-        const ports::Box& box = prompter.shown.back().box;
-        std::string text = box.title;
-        for (const std::string& line : box.lines)
-            text += "|" + line;
-        return text;
-    }
+    std::string LastBox() const { return prompter.Last(); }
 
     testing::ScriptedPrompter prompter;
     Sheet sheet;

@@ -100,15 +100,10 @@ TEST_F(BlockWizardTest, CreatesABlockEndToEnd) {
     for (std::size_t i = 0; i < cols.size(); ++i)
         EXPECT_EQ(wizard.Combos()[i].ChosenCol(), cols[i]);
 
+    // The layout of the finished block is BlockTableTest's subject.
     ASSERT_TRUE(wizard.Finish());
     EXPECT_TRUE(wizard.Leave());  // done: no question
-    EXPECT_EQ(prompter.shown.size(), 1u);
-
-    EXPECT_EQ(cols.front(), study + 1);
-    EXPECT_EQ(sheet.View.Tabs.size(), 1u);
-    EXPECT_EQ(sheet.View.PrimaryIndex, "Odds ratio");
-    EXPECT_TRUE(Shown(DisplayCol("Odds ratio", AttrPoint)));
-    sheet.FindESCols(kCohort);  // would complain of a role without exactly one column
+    sheet.FindESCols(kCohort);    // would complain of a role without exactly one column
     EXPECT_EQ(prompter.shown.size(), 1u);
 }
 

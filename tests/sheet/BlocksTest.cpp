@@ -3,22 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include "sheet/Sheet.h"
+#include "SampleProject.h"
 #include "support/ScriptedPrompter.h"
 
 namespace synthara::sheet {
 namespace {
 
+using sample::AddBlock;
+
 class BlocksTest : public ::testing::Test {
   protected:
     BlocksTest() : sheet(prompter) { sheet.InitializeGrid(); }
 
-    int AddBlock(std::string_view format) {
-        DefineFormat(format, sheet.Defined);
-        const int first = sheet.flex.Cols();
-        sheet.CreateAll();
-        return first;
-    }
     std::string Class(std::string_view index, int attr) {
         const int col = sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber(index))]
                                              [static_cast<std::size_t>(attr)];
@@ -30,25 +26,23 @@ class BlocksTest : public ::testing::Test {
 };
 
 TEST_F(BlocksTest, CreateAllWritesTheBlockRecord) {
-    const int a = AddBlock("Events and sample size in each group");
+    const int a = AddBlock(sheet, "Events and sample size in each group");
     ASSERT_EQ(sheet.flex.Cols(), a + 4);
-    const std::vector<std::pair<std::string, std::string>> roles = {
-        {"Group-A Events", "Group-A Events"},
-        {"Group-A Total N", "Group-A Total N"},
-        {"Group-B Events", "Group-B Events"},
-        {"Group-B Total N", "Group-B Total N"}};
+    const std::string roles[] = {"Group-A Events", "Group-A Total N", "Group-B Events",
+                                 "Group-B Total N"};
+    const std::pair<int, std::string> record[] = {
+        {MetaRow::Function, "Data Entry"},
+        {MetaRow::DataType, "Decimal"},
+        {MetaRow::NumDecs, "0"},
+        {MetaRow::Renamed, "Manual"},
+        {MetaRow::FormatName, "Events and sample size in each group"},
+        {MetaRow::BlockName, "Cohort 2x2 (Events)"}};
     for (int i = 0; i < 4; ++i) {
         const int c = a + i;
-        EXPECT_EQ(sheet.Meta(c, MetaRow::Attribute), roles[static_cast<std::size_t>(i)].first);
-        EXPECT_EQ(sheet.Meta(c, 0), roles[static_cast<std::size_t>(i)].second);
-        EXPECT_EQ(sheet.Meta(c, MetaRow::Function), "Data Entry");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::DataType), "Decimal");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::NumDecs), "0");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::ColWidth), "Auto");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::Renamed), "Manual");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::Numvals), "0");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::FormatName), "Events and sample size in each group");
-        EXPECT_EQ(sheet.Meta(c, MetaRow::BlockName), "Cohort 2x2 (Events)");
+        EXPECT_EQ(sheet.Meta(c, MetaRow::Attribute), roles[i]);
+        EXPECT_EQ(sheet.Meta(c, 0), roles[i]);
+        for (const auto& [row, value] : record)
+            EXPECT_EQ(sheet.Meta(c, row), value) << row;
         EXPECT_EQ(sheet.Meta(c, MetaRow::BlockSeq), std::to_string(i + 1));
         EXPECT_FALSE(sheet.flex.Col(c).hidden);
     }
@@ -65,7 +59,7 @@ TEST_F(BlocksTest, CreateAllWritesTheBlockRecord) {
 }
 
 TEST_F(BlocksTest, DropDownAndTailsRoles) {
-    const int a = AddBlock("Means, sample size, and p-value");
+    const int a = AddBlock(sheet, "Means, sample size, and p-value");
     ASSERT_EQ(sheet.flex.Cols(), a + 7);
     const int tails = a + 5;
     const int direction = a + 6;

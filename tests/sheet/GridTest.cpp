@@ -145,12 +145,6 @@ TEST(GridTest, SortOrdersEmptyNumbersThenText) {
     EXPECT_EQ(grid.Text(0, 0), "head");
 }
 
-}  // namespace
-}  // namespace synthara::sheet
-
-namespace synthara::sheet {
-namespace {
-
 // The blank-column hint may be conservative but must never claim a column is
 // blank while a data row holds a value, whichever way the value got there.
 TEST(GridTest, DataRowsBlankNeverHidesAValue) {

@@ -13,6 +13,9 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+const std::string kDuplicate =
+    "Duplicate row found|The following row appears more than once                   |";
+
 class SheetCheckTest : public ::testing::Test {
   protected:
     SheetCheckTest() : sheet(prompter) { sheet.InitializeGrid(); }
@@ -34,11 +37,7 @@ class SheetCheckTest : public ::testing::Test {
     bool Check(const std::string& title, const Lines& lines) {
         prompter.shown.clear();
         const bool passed = CheckData(sheet);
-        EXPECT_EQ(prompter.shown.size(), 1u);
-        if (!prompter.shown.empty()) {
-            EXPECT_EQ(prompter.shown[0].box.title, title);
-            EXPECT_EQ(prompter.shown[0].box.lines, lines);
-        }
+        EXPECT_EQ(prompter.Only(), prompter.Text({title, lines}));
         return passed;
     }
 
@@ -99,9 +98,9 @@ TEST_F(SheetCheckTest, BlankCellsTakeTheWordBlankAndMakeDuplicates) {
     Row(0, "Smith", "", "4");
     Row(1, "Jones", "Women", "5");
     Row(2, "Smith", "Blank", "6");
-    EXPECT_FALSE(Check(
-        "Duplicate row found",
-        {"The following row appears more than once                   ", "Smith, Blank, , , "}));
+    prompter.shown.clear();
+    EXPECT_FALSE(CheckData(sheet));
+    EXPECT_EQ(prompter.Only(), kDuplicate + "Smith, Blank, , , ");
     EXPECT_EQ(sheet.flex.Text(FixedRowCount, subgroup), "Blank");
     EXPECT_EQ(sheet.flex.Text(FixedRowCount, region), "Blank");
     EXPECT_EQ(sheet.flex.Text(FixedRowCount, year), "");          // only categorical moderators
@@ -134,14 +133,8 @@ TEST_F(SheetCheckTest, DuplicatesAreFoundWhereverTheRowsStand) {
         for (const auto& [name, sub] : c.rows)
             Row(i++, name, sub, "1");
         prompter.shown.clear();
-        const bool passed = CheckData(sheet);
-        EXPECT_EQ(passed, c.duplicate.empty());
-        if (!c.duplicate.empty()) {
-            ASSERT_EQ(prompter.shown.size(), 1u);
-            EXPECT_EQ(prompter.shown[0].box.lines.at(1), c.duplicate);
-        } else {
-            EXPECT_TRUE(prompter.shown.empty());
-        }
+        EXPECT_EQ(CheckData(sheet), c.duplicate.empty());
+        EXPECT_EQ(prompter.Only(), c.duplicate.empty() ? "<0 boxes>" : kDuplicate + c.duplicate);
     }
 }
 
@@ -149,11 +142,9 @@ TEST_F(SheetCheckTest, CheckCommandSaysSoOnSuccess) {
     Furnish();
     Row(0, "Smith", "", "4");
     EXPECT_TRUE(CheckDataCommand(sheet));
-    ASSERT_EQ(prompter.shown.size(), 1u);
-    EXPECT_EQ(prompter.shown[0].box.title, "Check complete");
-    EXPECT_EQ(prompter.shown[0].box.lines,
-              (Lines{"The spreadsheet format is correct.",
-                     "Select 'Analyses ... Run analyses' to proceed.      "}));
+    EXPECT_EQ(prompter.Only(),
+              "Check complete|The spreadsheet format is correct.|Select 'Analyses ... Run "
+              "analyses' to proceed.      ");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "SampleProject.h"
 #include "sheet/Backup.h"
 #include "sheet/ProjectFile.h"
+#include "sheet/SheetCheck.h"
 #include "support/ScriptedPrompter.h"
 
 namespace synthara::sheet {
@@ -125,10 +126,8 @@ TEST_F(StudyRowsTest, DeleteStudyRefusals) {
         }
         prompter.shown.clear();
         EXPECT_FALSE(DeleteStudy(sheet, project, c.row, folder));
-        ASSERT_EQ(prompter.shown.size(), 1u);
+        ASSERT_EQ(prompter.Only(), c.title + "|" + c.text);
         EXPECT_FALSE(prompter.shown[0].question);
-        EXPECT_EQ(prompter.shown[0].box.title, c.title);
-        EXPECT_EQ(prompter.shown[0].box.lines, Lines{c.text});
         EXPECT_FALSE(fs::exists(folder / "SYNSystemBackup"));
     }
 }
@@ -142,11 +141,9 @@ TEST_F(StudyRowsTest, DeleteStudyBlanksItsRowsOrRestoresTheBackup) {
     prompter.answers = {Answer::No};
     EXPECT_FALSE(DeleteStudy(sheet, project, FixedRowCount + 2, folder));
     EXPECT_TRUE(fs::exists(folder / "SYNSystemBackup"));
-    ASSERT_EQ(prompter.shown.size(), 1u);
-    EXPECT_EQ(prompter.shown[0].box.title, "  Delete study");
-    EXPECT_EQ(prompter.shown[0].box.lines,
-              (Lines{"Do you want to delete the A study? ",
-                     "Any subgroups and outcomes for this study will be deleted as well.  "}));
+    EXPECT_EQ(prompter.Only(),
+              "  Delete study|Do you want to delete the A study? |Any subgroups and outcomes for "
+              "this study will be deleted as well.  ");
     sample::ExpectSameCells(before, sheet.flex);
     EXPECT_TRUE(project.SheetDirty);
 
@@ -167,16 +164,12 @@ TEST_F(StudyRowsTest, AddStudyDialog) {
     sheet.flex.SetText(FixedRowCount + 2, study, "Study003");
     EXPECT_EQ(GetNewName(sheet), "Study004");
 
-    struct Refusal {
-        std::string name;
-        std::string text;
-    };
-    for (const Refusal& r : {Refusal{"", "Please enter a name for the new study    "},
-                             Refusal{"Other", "You already have a study with this name.  "}}) {
+    for (const auto& [name, text] :
+         {std::pair{"", "Synthara|Please enter a name for the new study    "},
+          std::pair{"Other", "Synthara|You already have a study with this name.  "}}) {
         prompter.shown.clear();
-        EXPECT_FALSE(AddStudy(sheet, project, r.name, false).inserted);
-        ASSERT_EQ(prompter.shown.size(), 1u);
-        EXPECT_EQ(prompter.shown[0].box.lines, Lines{r.text});
+        EXPECT_FALSE(AddStudy(sheet, project, name, false).inserted);
+        EXPECT_EQ(prompter.Only(), text);
     }
     EXPECT_FALSE(project.SheetDirty);
 
@@ -202,8 +195,7 @@ TEST_F(StudyRowsTest, AddStudyNeedsAStudyColumn) {
     subgroup = sheet.MakePop(2);
     const int columns = sheet.flex.Cols();
     EXPECT_FALSE(AddStudy(sheet, project, "New", false).inserted);
-    ASSERT_EQ(prompter.shown.size(), 1u);
-    EXPECT_EQ(prompter.shown[0].box.title, "Column for study names missing");
+    EXPECT_EQ(prompter.Only(), prompter.Text(StudyColumnMissing()));  // the check's own box
     EXPECT_EQ(sheet.flex.Cols(), columns);
     EXPECT_TRUE(sheet.isRowEmpty(FixedRowCount));
     EXPECT_FALSE(project.SheetDirty);
@@ -211,10 +203,9 @@ TEST_F(StudyRowsTest, AddStudyNeedsAStudyColumn) {
 
 TEST_F(StudyRowsTest, GroupNamesInUse) {
     EXPECT_TRUE(EditGroupNames(sheet).empty());
-    ASSERT_EQ(prompter.shown.size(), 1u);
-    EXPECT_EQ(prompter.shown[0].box.title, "Edit group names");
-    EXPECT_EQ(prompter.shown[0].box.lines,
-              Lines{"The current effect size columns do not require group names          "});
+    EXPECT_EQ(prompter.Only(),
+              "Edit group names|The current effect size columns do not require group names    "
+              "      ");
 
     const int first = sample::AddBlock(sheet, "Events and person years in each group");
     std::vector<GroupName> names = AssessGroupNames(sheet);

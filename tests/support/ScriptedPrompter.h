@@ -2,6 +2,7 @@
 // A Prompter for tests: keeps every box shown and answers questions from a
 // script, so a test can assert the exact title and text the user would see.
 #include <deque>
+#include <string>
 #include <vector>
 
 #include "ports/Prompter.h"
@@ -27,6 +28,20 @@ class ScriptedPrompter final : public ports::Prompter {
         answers.pop_front();
         return answer;
     }
+
+    // A box as "title|line|line".
+    static std::string Text(const ports::Box& box) {
+        std::string text = box.title;
+        for (const std::string& line : box.lines)
+            text += "|" + line;
+        return text;
+    }
+    // The one box shown; says how many were shown when not exactly one.
+    std::string Only() const {
+        if (shown.size() != 1) return "<" + std::to_string(shown.size()) + " boxes>";
+        return Text(shown[0].box);
+    }
+    std::string Last() const { return shown.empty() ? "<none>" : Text(shown.back().box); }
 
     std::vector<Shown> shown;
     std::deque<ports::Answer> answers;
