@@ -8,7 +8,7 @@
 #include "analysis/Result.h"
 #include "effectsize/Compute.h"
 #include "ports/Prompter.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace {
 

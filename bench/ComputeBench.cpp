@@ -4,7 +4,7 @@
 #include "TwoGroupSheet.h"
 #include "effectsize/Compute.h"
 #include "ports/Prompter.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace {
 

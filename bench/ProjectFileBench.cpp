@@ -7,8 +7,8 @@
 #include <string>
 
 #include "ports/Prompter.h"
-#include "sheet/ProjectFile.h"
-#include "sheet/Sheet.h"
+#include "sheet/files/ProjectFile.h"
+#include "sheet/grid/Sheet.h"
 
 namespace {
 

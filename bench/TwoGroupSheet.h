@@ -5,7 +5,7 @@
 #include <random>
 #include <string>
 
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::bench {
 

@@ -11,7 +11,7 @@
 
 #include "effectsize/Compute.h"
 #include "effectsize/WorkingSet.h"
-#include "sheet/ProjectFile.h"
+#include "sheet/files/ProjectFile.h"
 
 namespace synthara::cli {
 

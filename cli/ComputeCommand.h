@@ -5,8 +5,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "sheet/ImportTable.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
+#include "sheet/import/ImportTable.h"
 
 namespace CLI {
 class App;

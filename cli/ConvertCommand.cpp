@@ -8,7 +8,7 @@
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
 #include "cli/LoadInput.h"
-#include "sheet/ProjectFile.h"
+#include "sheet/files/ProjectFile.h"
 
 namespace synthara::cli {
 

@@ -3,8 +3,8 @@
 #include <ostream>
 
 #include "cli/App.h"
-#include "sheet/DelimitedText.h"
-#include "sheet/ProjectFile.h"
+#include "sheet/files/ProjectFile.h"
+#include "sheet/import/DelimitedText.h"
 
 namespace synthara::cli {
 namespace {

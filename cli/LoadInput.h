@@ -3,8 +3,8 @@
 #include <iosfwd>
 #include <string>
 
-#include "sheet/ImportTable.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
+#include "sheet/import/ImportTable.h"
 
 namespace synthara::cli {
 

@@ -6,8 +6,8 @@
 
 #include "effectsize/Compute.h"
 #include "ports/Prompter.h"
-#include "sheet/DelimitedText.h"
-#include "sheet/ImportTable.h"
+#include "sheet/import/DelimitedText.h"
+#include "sheet/import/ImportTable.h"
 
 using namespace synthara;
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "sheet/Cell.h"
+#include "sheet/grid/Cell.h"
 
 using namespace synthara::sheet;
 

@@ -14,10 +14,10 @@
 #include <vector>
 
 #include "ports/Prompter.h"
-#include "sheet/GridArchive.h"
-#include "sheet/ProjectFile.h"
-#include "sheet/SheetCheck.h"
-#include "sheet/StudyRows.h"
+#include "sheet/files/GridArchive.h"
+#include "sheet/files/ProjectFile.h"
+#include "sheet/rows/SheetCheck.h"
+#include "sheet/rows/StudyRows.h"
 
 using namespace synthara::sheet;
 

@@ -5,7 +5,7 @@
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
 

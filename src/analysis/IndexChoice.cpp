@@ -5,7 +5,7 @@
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
-#include "sheet/MetaRows.h"
+#include "sheet/grid/MetaRows.h"
 
 namespace synthara::analysis {
 

@@ -8,7 +8,7 @@
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
 #include "analysis/MetaVals.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
 

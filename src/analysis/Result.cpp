@@ -4,7 +4,7 @@
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 #include "stats/Formulas.h"
 
 namespace synthara::analysis {

@@ -8,8 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "sheet/Grid.h"
-#include "sheet/MetaRows.h"
+#include "sheet/grid/Grid.h"
+#include "sheet/grid/MetaRows.h"
 
 namespace synthara::analysis {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "effectsize/ComputeFromEvents.h"
-#include "sheet/Cell.h"
-#include "sheet/FormatCatalogue.h"
+#include "sheet/catalogue/FormatCatalogue.h"
+#include "sheet/grid/Cell.h"
 
 namespace synthara::effectsize {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "effectsize/WorkingSet.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::effectsize {
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "ports/Prompter.h"
-#include "sheet/FormatCatalogue.h"
-#include "sheet/MetaRows.h"
+#include "sheet/catalogue/FormatCatalogue.h"
+#include "sheet/grid/MetaRows.h"
 
 namespace synthara::effectsize {
 

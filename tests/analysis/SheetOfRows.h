@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "effectsize/WorkingSet.h"
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::testing {
 

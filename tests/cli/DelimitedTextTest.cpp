@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "sheet/DelimitedText.h"
+#include "sheet/import/DelimitedText.h"
 
 namespace synthara::sheet {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "sheet/ImportTable.h"
+#include "sheet/import/ImportTable.h"
 #include "support/ScriptedPrompter.h"
 
 namespace synthara::sheet {

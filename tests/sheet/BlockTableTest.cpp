@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "sheet/BlockTable.h"
 #include "sheet/BlockTestSheet.h"
-#include "sheet/CellBorders.h"
-#include "sheet/DisplayColumns.h"
+#include "sheet/blocks/BlockTable.h"
+#include "sheet/blocks/CellBorders.h"
+#include "sheet/blocks/DisplayColumns.h"
 
 namespace synthara::sheet {
 namespace {

@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "sheet/BlockWizard.h"
-#include "sheet/Sheet.h"
+#include "sheet/blocks/BlockWizard.h"
+#include "sheet/grid/Sheet.h"
 #include "support/ScriptedPrompter.h"
 
 namespace synthara::sheet {

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "sheet/BlockTable.h"
 #include "sheet/BlockTestSheet.h"
-#include "sheet/BlockWizard.h"
+#include "sheet/blocks/BlockTable.h"
+#include "sheet/blocks/BlockWizard.h"
 
 namespace synthara::sheet {
 namespace {

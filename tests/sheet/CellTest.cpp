@@ -1,4 +1,4 @@
-#include "sheet/Cell.h"
+#include "sheet/grid/Cell.h"
 
 #include <cmath>
 #include <limits>

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/BlockTestSheet.h"
-#include "sheet/ColumnMoves.h"
+#include "sheet/blocks/ColumnMoves.h"
 
 namespace synthara::sheet {
 namespace {

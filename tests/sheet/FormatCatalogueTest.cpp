@@ -1,4 +1,4 @@
-#include "sheet/FormatCatalogue.h"
+#include "sheet/catalogue/FormatCatalogue.h"
 
 #include <algorithm>
 #include <set>

@@ -1,4 +1,4 @@
-#include "sheet/Grid.h"
+#include "sheet/grid/Grid.h"
 
 #include <string>
 #include <vector>

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/BlockTestSheet.h"
-#include "sheet/Populations.h"
+#include "sheet/blocks/Populations.h"
 
 namespace synthara::sheet {
 namespace {

@@ -1,4 +1,4 @@
-#include "sheet/ProjectFile.h"
+#include "sheet/files/ProjectFile.h"
 
 #include <csignal>
 #include <filesystem>
@@ -11,7 +11,7 @@
 #include <sys/resource.h>
 
 #include "SampleProject.h"
-#include "sheet/Backup.h"
+#include "sheet/files/Backup.h"
 #include "support/ScriptedFileChooser.h"
 #include "support/ScriptedPrompter.h"
 

@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "sheet/BlockTable.h"
-#include "sheet/Sheet.h"
+#include "sheet/blocks/BlockTable.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::sheet::sample {
 

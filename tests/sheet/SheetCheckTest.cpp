@@ -1,4 +1,4 @@
-#include "sheet/SheetCheck.h"
+#include "sheet/rows/SheetCheck.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "sheet/Sheet.h"
+#include "sheet/grid/Sheet.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "sheet/StudyRows.h"
+#include "sheet/rows/StudyRows.h"
 
 #include <filesystem>
 #include <string>
@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "SampleProject.h"
-#include "sheet/Backup.h"
-#include "sheet/ProjectFile.h"
-#include "sheet/SheetCheck.h"
+#include "sheet/files/Backup.h"
+#include "sheet/files/ProjectFile.h"
+#include "sheet/rows/SheetCheck.h"
 #include "support/ScriptedPrompter.h"
 
 namespace synthara::sheet {

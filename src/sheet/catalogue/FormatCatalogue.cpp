@@ -1,0 +1,1303 @@
+// The data-entry formats as one table. Each entry is a format's whole
+// definition, read alike by DefineFormat, the wizard and the computation, so a
+// format changes in one place only. Names are keys stored in users' files and
+// are compared letter for letter: their odd spellings must not be mended.
+#include "sheet/catalogue/FormatCatalogue.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+namespace synthara::sheet {
+namespace {
+
+constexpr RoleDef Dec(std::string_view name, std::string_view piece1 = {},
+                      std::string_view piece2 = {}, std::string_view piece3 = {}) {
+    return RoleDef{name, false, {piece1, piece2, piece3}};
+}
+
+constexpr RoleDef Whole(std::string_view name, std::string_view piece1 = {},
+                        std::string_view piece2 = {}, std::string_view piece3 = {}) {
+    return RoleDef{name, true, {piece1, piece2, piece3}};
+}
+
+// Roles in entry order, with the pieces a column title is composed of.
+// clang-format off
+constexpr RoleDef kEventsRoles[] = {
+    Whole("Events"),
+    Whole("Sample size"),
+};
+constexpr RoleDef kNonEventsRoles[] = {
+    Whole("Non-events"),
+    Whole("Sample size"),
+};
+constexpr RoleDef kEventsAndNonEventsRoles[] = {
+    Whole("Events"),
+    Whole("Non-events"),
+};
+constexpr RoleDef kEventRateRoles[] = {
+    Dec("Event rate"),
+    Whole("Sample size"),
+};
+constexpr RoleDef kMeanSDRoles[] = {
+    Dec("Mean"),
+    Dec("Standard deviation"),
+    Whole("Sample size"),
+};
+constexpr RoleDef kMeanCIRoles[] = {
+    Dec("Mean"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Whole("Sample size"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kMeanSERoles[] = {
+    Dec("Mean"),
+    Dec("Standard error"),
+};
+constexpr RoleDef kMeanVarianceRoles[] = {
+    Dec("Mean"),
+    Dec("Variance"),
+};
+constexpr RoleDef kEventsPersonYearsInOneGroupRoles[] = {
+    Whole("Events"),
+    Dec("Person Years"),
+};
+constexpr RoleDef kEventRatePersonYearsInOneGroupRoles[] = {
+    Dec("Event rate"),
+    Dec("Person Years"),
+};
+constexpr RoleDef kCohort2x2EventsRoles[] = {
+    Whole("Group-A Events", "Group-A", "Events"),
+    Whole("Group-A Total N", "Group-A", "Total N"),
+    Whole("Group-B Events", "Group-B", "Events"),
+    Whole("Group-B Total N", "Group-B", "Total N"),
+};
+constexpr RoleDef kCohort2x2NonEventsRoles[] = {
+    Whole("Group-A Non-events", "Group-A", "Non-events"),
+    Whole("Group-A Total N", "Group-A", "Total N"),
+    Whole("Group-B Non-events", "Group-B", "Non-events"),
+    Whole("Group-B Total N", "Group-B", "Total N"),
+};
+constexpr RoleDef kCohort2x2AllCellsRoles[] = {
+    Whole("Group-A Events", "Group-A", "Events"),
+    Whole("Group-A Non-events", "Group-A", "Non-events"),
+    Whole("Group-B Events", "Group-B", "Events"),
+    Whole("Group-B Non-events", "Group-B", "Non-events"),
+};
+constexpr RoleDef kCohort2x2RatesRoles[] = {
+    Dec("Group-A Event rate", "Group-A", "Events", "rate"),
+    Whole("Group-A Total N", "Group-A", "Total N"),
+    Dec("Group-B Event rate", "Group-B", "Events", "rate"),
+    Whole("Group-B Total N", "Group-B", "Total N"),
+};
+constexpr RoleDef kChiSquaredFor2x2Roles[] = {
+    Dec("Chi-squared", "Chi Squared"),
+    Whole("Total N", "Total N"),
+    Dec("Effect direction", "Effect direction"),
+};
+constexpr RoleDef kMatched2x2EventPairsRoles[] = {
+    Whole("Both Events", "Both", "Events"),
+    Whole("Group-A Only", "Only", "Group-A", "Events"),
+    Whole("Group-B Only", "Only", "Group-B", "Events"),
+    Whole("Both Non-events", "Both", "Non-events"),
+};
+constexpr RoleDef kMatched2x2EventsRoles[] = {
+    Whole("Group-A Events", "Group-A", "Events"),
+    Whole("Group-A Total N", "Group-A", "Total N"),
+    Whole("Group-B Events", "Group-B", "Events"),
+    Whole("Group-B Total N", "Group-B", "Total N"),
+    Dec("External correlation"),
+};
+constexpr RoleDef kMatched2x2NonEventsRoles[] = {
+    Whole("Group-A Non-events", "Group-A", "Non-events"),
+    Whole("Group-A Total N", "Group-A", "Total N"),
+    Whole("Group-B Non-events", "Group-B", "Non-events"),
+    Whole("Group-B Total N", "Group-B", "Total N"),
+    Dec("External correlation"),
+};
+constexpr RoleDef kMatched2x2AllCellsRoles[] = {
+    Whole("Group-A Events", "Group-A", "Events"),
+    Whole("Group-A Non-events", "Group-A", "Non-events"),
+    Whole("Group-B Events", "Group-B", "Events"),
+    Whole("Group-B Non-events", "Group-B", "Non-events"),
+    Dec("External correlation"),
+};
+constexpr RoleDef kMatched2x2RatesRoles[] = {
+    Whole("Group-A Event rate", "Group-A", "Events", "rate"),
+    Whole("Group-A Total N", "Group-A", "Total N"),
+    Whole("Group-B Event rate", "Group-B", "Events", "rate"),
+    Whole("Group-B Total N", "Group-B", "Total N"),
+    Dec("External correlation"),
+};
+constexpr RoleDef kCaseControl2x2ExpUnexpRoles[] = {
+    Whole("Exposed Cases", "Exposed", "Cases"),
+    Whole("Unexposed Cases", "Unexposed", "Cases"),
+    Whole("Exposed Controls", "Exposed", "Controls"),
+    Whole("Unexposed Controls", "Unexposed", "Controls"),
+};
+constexpr RoleDef kCaseControl2x2ExpTotalRoles[] = {
+    Whole("Exposed Cases", "Exposed", "Cases"),
+    Whole("Total Cases", "Total", "Cases"),
+    Whole("Exposed Controls", "Exposed", "Controls"),
+    Whole("Total Controls", "Total", "Controls"),
+};
+constexpr RoleDef kCaseControl2x2ProportionsRoles[] = {
+    Dec("Propn Cases Exposed", "Propn", "Cases", "Exposed"),
+    Whole("Total Cases", "Total", "Cases"),
+    Dec("Propn Controls Exposed", "Propn", "Controls", "Exposed"),
+    Whole("Total Controls", "Total", "Controls"),
+};
+constexpr RoleDef kOddsRatioRoles[] = {
+    Dec("Odds ratio"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kLogORSERoles[] = {
+    Dec("Odds ratio (log)"),
+    Dec("Std error (log)"),
+};
+constexpr RoleDef kLogORVarRoles[] = {
+    Dec("Odds ratio (log)"),
+    Dec("Variance (log)"),
+};
+constexpr RoleDef kOERoles[] = {
+    Dec("O-E"),
+    Dec("V"),
+};
+constexpr RoleDef kRiskRatioRoles[] = {
+    Dec("Risk ratio"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kLogRRSERoles[] = {
+    Dec("Risk ratio (log)"),
+    Dec("Standard error (log)"),
+};
+constexpr RoleDef kLogRRVarRoles[] = {
+    Dec("Risk ratio (log)"),
+    Dec("Variance (log)"),
+};
+constexpr RoleDef kRiskDifferenceRoles[] = {
+    Dec("Risk difference"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kRDSERoles[] = {
+    Dec("Risk difference"),
+    Dec("Standard error"),
+};
+constexpr RoleDef kRDVarRoles[] = {
+    Dec("Risk difference"),
+    Dec("Variance"),
+};
+constexpr RoleDef kIndependentGroupsMeansSDsRoles[] = {
+    Dec("Group-A Mean", "Group-A", "Mean"),
+    Dec("Group-A Std-Dev", "Group-A", "Std-Dev"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Dec("Group-B Mean", "Group-B", "Mean"),
+    Dec("Group-B Std-Dev", "Group-B", "Std-Dev"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsDifferenceSDRoles[] = {
+    Dec("Difference in means"),
+    Dec("Common SD"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsStdDifferenceRoles[] = {
+    Dec("Std diff in means"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsMeansTRoles[] = {
+    Dec("Group-A Mean", "Group-A", "Mean"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Dec("Group-B Mean", "Group-B", "Mean"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Independent groups t-value"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsDifferenceTRoles[] = {
+    Dec("Difference in means"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Independent groups t-value"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsSampleSizeTRoles[] = {
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Independent groups t-value"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsMeansPRoles[] = {
+    Dec("Group-A Mean", "Group-A", "Mean"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Dec("Group-B Mean", "Group-B", "Mean"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Independent groups p-value"),
+    Dec("Tails"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsDifferencePRoles[] = {
+    Dec("Difference in means"),
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Independent groups p-value"),
+    Dec("Tails"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kIndependentGroupsSampleSizePRoles[] = {
+    Whole("Group-A Sample size", "Group-A", "Sample size"),
+    Whole("Group-B Sample size", "Group-B", "Sample size"),
+    Dec("Independent groups p-value"),
+    Dec("Tails"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kMeansSDInEachGroupRoles[] = {
+    Dec("Pre mean (A)", "Group-A", "Pre", "Mean"),
+    Dec("Pre SD (A)", "Group-A", "Pre", "SD"),
+    Dec("Post mean (A)", "Group-A", "Post", "Mean"),
+    Dec("Post SD (A)", "Group-A", "Post", "SD"),
+    Whole("Sample size (A)", "Group-A", "Sample", "size"),
+    Dec("Pre mean (B)", "Group-B", "Pre", "Mean"),
+    Dec("Pre SD (B)", "Group-B", "Pre", "SD"),
+    Dec("Post mean (B)", "Group-B", "Post", "Mean"),
+    Dec("Post SD (B)", "Group-B", "Post", "SD"),
+    Whole("Sample size (B)", "Group-B", "Sample", "size"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kMeansSDDifferenceInEachGroupRoles[] = {
+    Dec("Pre mean (A)", "Group-A", "Pre", "Mean"),
+    Dec("Post mean (A)", "Group-A", "Post", "Mean"),
+    Dec("Difference SD (A)", "Group-A", "Difference", "SD"),
+    Whole("Sample size (A)", "Group-A", "Sample", "size"),
+    Dec("Pre mean (B)", "Group-B", "Pre", "Mean"),
+    Dec("Post mean (B)", "Group-B", "Post", "Mean"),
+    Dec("DIfference SD (B)", "Group-B", "Difference", "SD"),
+    Whole("Sample size (B)", "Group-B", "Sample", "size"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kMeansTInEachGroupRoles[] = {
+    Dec("Pre mean (A)", "Group-A", "Pre", "Mean"),
+    Dec("Post mean (A)", "Group-A", "Post", "Mean"),
+    Dec("Paired t for change (A)", "Group-A", "Paired t for change"),
+    Whole("Sample size (A)", "Group-A", "Sample", "size"),
+    Dec("Pre mean (B)", "Group-B", "Pre", "Mean"),
+    Dec("Post mean (B)", "Group-B", "Post", "Mean"),
+    Dec("Paired t for change (B)", "Group-B", "Paired t for change"),
+    Whole("Sample size (B)", "Group-B", "Sample", "size"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kMeansPInEachGroupRoles[] = {
+    Dec("Pre mean (A)", "Group-A", "Pre", "Mean"),
+    Dec("Post mean (A)", "Group-A", "Post", "Mean"),
+    Dec("Paired p for change (A)", "Group-A", "Paired p for change"),
+    Whole("Sample size (A)", "Group-A", "Sample", "size"),
+    Dec("Pre mean (B)", "Group-B", "Pre", "Mean"),
+    Dec("Post mean (B)", "Group-B", "Post", "Mean"),
+    Dec("Paired p for change (B)", "Group-B", "Paired p for change"),
+    Whole("Sample size (B)", "Group-B", "Sample", "size"),
+    Dec("Tails for p-values"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kMeansFForDiffInChangeRoles[] = {
+    Dec("Pre mean (A)", "Group-A", "Pre", "Mean"),
+    Dec("Post mean (A)", "Group-A", "Post", "Mean"),
+    Whole("Sample size (A)", "Group-A", "Sample", "size"),
+    Dec("Pre mean (B)", "Group-B", "Pre", "Mean"),
+    Dec("Post mean (B)", "Group-B", "Post", "Mean"),
+    Whole("Sample size (B)", "Group-B", "Sample", "size"),
+    Dec("F for difference"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kChangeInEachGroupRoles[] = {
+    Dec("Mean change (A)", "Group-A", "Mean change"),
+    Dec("SD Pre (A)", "Group-A", "Pre", "SD"),
+    Dec("SD Post (A)", "Group-A", "Post", "SD"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Dec("Mean change (B)", "Group-B", "Mean change"),
+    Dec("SD Pre (B)", "Group-B", "Pre", "SD"),
+    Dec("SD Post (B)", "Group-B", "Post", "SD"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kMeanChangeSDDifferenceInEachGroupRoles[] = {
+    Dec("Mean change (A)", "Group-A", "Mean", "Difference"),
+    Dec("Difference SD (A)", "Group-A", "Difference", "SD"),
+    Whole("Sample size (A)", "Group-A", "Sample", "size"),
+    Dec("Mean change (B)", "Group-B", "Mean", "Difference"),
+    Dec("DIfference SD (B)", "Group-B", "Difference", "SD"),
+    Whole("Sample size (B)", "Group-B", "Sample", "size"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kChangeTInEachGroupRoles[] = {
+    Dec("Mean change (A)", "Group-A", "Mean change"),
+    Dec("Paired t for change (A)", "Group-A", "Paired t for change"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Dec("Mean change (B)", "Group-B", "Mean change"),
+    Dec("Paired t for change (B)", "Group-B", "Paired t for change"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kChangePInEachGroupRoles[] = {
+    Dec("Mean change (A)", "Group-A", "Mean change"),
+    Dec("Paired p for change (A)", "Group-A", "Paired p for change"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Dec("Mean change (B)", "Group-B", "Mean change"),
+    Dec("Paired p for change (B)", "Group-B", "Paired p for change"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("Tails for p-values"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kChangeFForDiffInChangeRoles[] = {
+    Dec("Mean change (A)", "Group-A", "Mean change"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Dec("Mean change (B)", "Group-B", "Mean change"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("F for difference"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kFForDiffInChangeRoles[] = {
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("F for difference"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "correlation"),
+    Dec("Effect direction"),
+    Dec("Standardize by"),
+};
+constexpr RoleDef kPairedGroupsDifferenceSDRoles[] = {
+    Dec("Mean Difference"),
+    Dec("SD of Difference"),
+    Whole("Sample size"),
+    Dec("Pre/Post Correlation"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsMeansSDRoles[] = {
+    Dec("Mean Pre", "Pre", "Mean"),
+    Dec("SD Pre", "Pre", "SD"),
+    Dec("Mean Post", "Post", "Mean"),
+    Dec("SD Post", "Post", "SD"),
+    Dec("Pre/Post Correlation", "Pre", "Post", "Correlation"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsMeansTRoles[] = {
+    Dec("Mean for treatment A", "Pre", "Mean"),
+    Dec("Mean for treatment B", "Post", "Mean"),
+    Whole("Sample size"),
+    Dec("Paired groups t-value"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsMeansPRoles[] = {
+    Dec("Mean for treatment A", "Pre", "Mean"),
+    Dec("Mean for treatment B", "Post", "Mean"),
+    Whole("Sample size"),
+    Dec("Paired groups p-value"),
+    Whole("Tails"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsDifferenceTRoles[] = {
+    Dec("Difference in means"),
+    Whole("Sample size"),
+    Dec("Paired groups t-value"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsDifferencePRoles[] = {
+    Dec("Difference in means"),
+    Whole("Sample size"),
+    Dec("Paired groups p-value"),
+    Whole("Tails"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsNTValueRoles[] = {
+    Whole("Paired sample size"),
+    Dec("t-value (paired t-test)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPairedGroupsNPValueRoles[] = {
+    Whole("Paired sample size"),
+    Dec("p-value (paired t-test)"),
+    Dec("Tails"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kRawDifferenceIndepGroupsCIRoles[] = {
+    Dec("Difference in means"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("Confidence level"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kRawDifferenceIndepGroupsSERoles[] = {
+    Dec("Difference in means"),
+    Dec("Standard Error"),
+    Whole("Sample size (A)", "Group-A", "N (Optional)"),
+    Whole("Sample size (B)", "Group-B", "N (Optional)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kRawDifferenceIndepGroupsVarianceRoles[] = {
+    Dec("Difference in means"),
+    Dec("Variance"),
+    Whole("Sample size (A)", "Group-A", "N (Optional)"),
+    Whole("Sample size (B)", "Group-B", "N (Optional)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCohenDCIRoles[] = {
+    Dec("Std diff in means"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("Confidence level"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCohenDSERoles[] = {
+    Dec("Std diff in means"),
+    Dec("Standard error"),
+    Whole("Sample size (A)", "Group-A", "N (Optional)"),
+    Whole("Sample size (B)", "Group-B", "N (Optional)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCohenDVarianceRoles[] = {
+    Dec("Std diff in means"),
+    Dec("Variance"),
+    Whole("Sample size (A)", "Group-A", "N (Optional)"),
+    Whole("Sample size (B)", "Group-B", "N (Optional)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kHedgesGCIRoles[] = {
+    Dec("Hedges's g"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Whole("Sample size (A)", "Group-A", "Sample size"),
+    Whole("Sample size (B)", "Group-B", "Sample size"),
+    Dec("Confidence level"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kHedgesGSERoles[] = {
+    Dec("Hedges's g"),
+    Dec("Standard error"),
+    Whole("Sample size (A)", "Group-A", "N (Optional)"),
+    Whole("Sample size (B)", "Group-B", "N (Optional)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kHedgesGVarianceRoles[] = {
+    Dec("Hedges's g"),
+    Dec("Variance"),
+    Whole("Sample size (A)", "Group-A", "N (Optional)"),
+    Whole("Sample size (B)", "Group-B", "N (Optional)"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kRawDifferencePairedCIRoles[] = {
+    Dec("Difference in means"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Whole("Sample size"),
+    Dec("Confidence level"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kRawDifferencePairedSERoles[] = {
+    Dec("Difference in means"),
+    Dec("Standard Error"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kRawDifferencePairedVarianceRoles[] = {
+    Dec("Difference in means"),
+    Dec("Variance"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCohenPairedDCIRoles[] = {
+    Dec("Std diff in means"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Whole("Sample size"),
+    Dec("Confidence level"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCohenPairedDSERoles[] = {
+    Dec("Std diff in means"),
+    Dec("Standard error"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCorrNRoles[] = {
+    Dec("Correlation"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCorrSERoles[] = {
+    Dec("Correlation"),
+    Dec("Standard error"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCorrVarRoles[] = {
+    Dec("Correlation"),
+    Dec("Variance"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kFisherZNRoles[] = {
+    Dec("Fisher's Z"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kFisherZSERoles[] = {
+    Dec("Fisher's Z"),
+    Dec("Standard error"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kFisherZVarRoles[] = {
+    Dec("Fisher's Z"),
+    Dec("Variance"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCorrelationAndTValueRoles[] = {
+    Dec("Correlation"),
+    Dec("t-value"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kTValueForCorrelationRoles[] = {
+    Dec("t-value"),
+    Dec("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kPValueForCorrelationRoles[] = {
+    Dec("p-value"),
+    Dec("Tails"),
+    Dec("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kEventsPersonYearsRoles[] = {
+    Whole("Group-A Events", "Group-A", "Events"),
+    Dec("Group-A Person Years", "Group-A", "Person years"),
+    Whole("Group-B Events", "Group-B", "Events"),
+    Dec("Group-B Person Years", "Group-B", "Person years"),
+};
+constexpr RoleDef kRatesAndPersonYearsRoles[] = {
+    Whole("Group-A Rate", "Group-A", "Events", "rate"),
+    Whole("Group-A Person Years", "Group-A", "Person years"),
+    Whole("Group-B Rate", "Group-B", "Events", "rate"),
+    Whole("Group-B Person Years", "Group-B", "Person years"),
+};
+constexpr RoleDef kRateRatioCIRoles[] = {
+    Dec("Rate ratio"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kLogRateRatioSERoles[] = {
+    Dec("Rate ratio (log)"),
+    Dec("Std error (log)"),
+};
+constexpr RoleDef kLogRateRatioVarRoles[] = {
+    Dec("Rate ratio (log)"),
+    Dec("Variance (log)"),
+};
+constexpr RoleDef kRateDifferenceCIRoles[] = {
+    Dec("Rate Difference"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kRateDifferenceSERoles[] = {
+    Dec("Rate Difference"),
+    Dec("Standard Error"),
+};
+constexpr RoleDef kRateDifferenceVarRoles[] = {
+    Dec("Rate Difference"),
+    Dec("Variance"),
+};
+constexpr RoleDef kHazardRatioCIRoles[] = {
+    Dec("Hazard ratio"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kLogHazardRatioSERoles[] = {
+    Dec("Hazard ratio (log)"),
+    Dec("Std error (log)"),
+};
+constexpr RoleDef kLogHazardRatioVarRoles[] = {
+    Dec("Hazard ratio (log)"),
+    Dec("Variance (log)"),
+};
+constexpr RoleDef kPointEstimateCIRoles[] = {
+    Dec("Point estimate"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kPointEstimateSERoles[] = {
+    Dec("Point estimate"),
+    Dec("Standard Error"),
+};
+constexpr RoleDef kPointEstimateVarianceRoles[] = {
+    Dec("Point estimate"),
+    Dec("Variance"),
+};
+constexpr RoleDef kPointEstimateRawUnitsCIRoles[] = {
+    Dec("Point (raw)"),
+    Dec("Lower Limit"),
+    Dec("Upper Limit"),
+    Dec("Confidence level"),
+};
+constexpr RoleDef kLogPointEstimateSERoles[] = {
+    Dec("Point estimate (log)"),
+    Dec("Std error (log)"),
+};
+constexpr RoleDef kLogPointEstimateVarianceRoles[] = {
+    Dec("Point estimate (log)"),
+    Dec("Variance (log)"),
+};
+constexpr RoleDef kCohenPairedDVarianceRoles[] = {
+    Dec("Std diff in means"),
+    Dec("Variance"),
+    Whole("Sample size"),
+    Dec("Effect direction"),
+};
+constexpr RoleDef kCorrNAndArtifactsRoles[] = {
+    Dec("Correlation"),
+    Whole("Sample size"),
+    Dec("Rxx"),
+    Dec("Ryy"),
+    Dec("Range Restriction"),
+    Dec("Effect direction"),
+};
+// clang-format on
+
+// The effect-size indices a block shows first; the first is its primary index.
+constexpr std::string_view kShowEventRate[] = {"Event rate", "Logit event rate"};
+constexpr std::string_view kShowMean[] = {"Mean"};
+constexpr std::string_view kShowRate[] = {"Rate"};
+constexpr std::string_view kShowOddsRatio[] = {"Odds ratio", "Log odds ratio"};
+constexpr std::string_view kShowPetoOddsRatio[] = {"Peto odds ratio", "Log Peto odds ratio",
+                                                   "Odds ratio"};
+constexpr std::string_view kShowRiskRatio[] = {"Risk ratio", "Log risk ratio"};
+constexpr std::string_view kShowRiskDifference[] = {"Risk difference"};
+constexpr std::string_view kShowStdDiffInMeans[] = {"Std diff in means", "Hedges's g",
+                                                    "Difference in means"};
+constexpr std::string_view kShowHedgesG[] = {"Hedges's g", "Std diff in means",
+                                             "Difference in means"};
+constexpr std::string_view kShowCorrelation[] = {"Correlation", "Fisher's Z"};
+constexpr std::string_view kShowRateRatio[] = {"Rate ratio", "Log rate ratio"};
+constexpr std::string_view kShowRateDifference[] = {"Rate difference"};
+constexpr std::string_view kShowHazardRatio[] = {"Hazard ratio", "Log hazard ratio"};
+constexpr std::string_view kShowPointEstimate[] = {"Point estimate"};
+constexpr std::string_view kShowPointLog[] = {"Point (log)", "Point (raw)"};
+// One format outside the wizard names no indices to show first.
+constexpr std::span<const std::string_view> kShowNothing{};
+
+// In the wizard's order: branch, family, design, then the formats of a node.
+constexpr FormatDef kFormats[] = {
+    {"Events and sample size", "Events", kEventsRoles, Procedure::ComputeFromEventsOneGroup,
+     kShowEventRate, Branch::OneGroup, "Dichotomous (number of events)", "Raw data", false},
+    {"Non-events and sample size", "Non-events", kNonEventsRoles,
+     Procedure::ComputeFromEventsOneGroup, kShowEventRate, Branch::OneGroup,
+     "Dichotomous (number of events)", "Raw data", false},
+    {"Events and non-events", "Events and non-events", kEventsAndNonEventsRoles,
+     Procedure::ComputeFromEventsOneGroup, kShowEventRate, Branch::OneGroup,
+     "Dichotomous (number of events)", "Raw data", false},
+    {"Event rate and sample size", "Event rate", kEventRateRoles,
+     Procedure::ComputeFromEventsOneGroup, kShowEventRate, Branch::OneGroup,
+     "Dichotomous (number of events)", "Raw data", false},
+    {"Mean, SD and sample size", "Mean, SD", kMeanSDRoles, Procedure::ComputeFromMeansOneGroup,
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Raw data", false},
+    {"Mean and confidence limits", "Mean, CI", kMeanCIRoles, Procedure::ComputeFromMeansOneGroup,
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false},
+    {"Mean and standard error", "Mean, SE", kMeanSERoles, Procedure::ComputeFromMeansOneGroup,
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false},
+    {"Mean and variance", "Mean, Variance", kMeanVarianceRoles, Procedure::ComputeFromMeansOneGroup,
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false},
+    {"Events and person years", "Events, person-years in one group",
+     kEventsPersonYearsInOneGroupRoles, Procedure::ComputeFromEventsPYOneGroup, kShowRate,
+     Branch::OneGroup, "Rates (events by person years)", "Raw data", false},
+    {"Event rate and person years", "Event rate, person-years in one group",
+     kEventRatePersonYearsInOneGroupRoles, Procedure::ComputeFromEventsPYOneGroup, kShowRate,
+     Branch::OneGroup, "Rates (events by person years)", "Raw data", false},
+    {"Events and sample size in each group", "Cohort 2x2 (Events)", kCohort2x2EventsRoles,
+     Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+    {"Non-events and sample size in each group", "Cohort 2x2 (Non-Events)",
+     kCohort2x2NonEventsRoles, Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+    {"Events and non-events in each group", "Cohort 2x2 (All cells)", kCohort2x2AllCellsRoles,
+     Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+    {"Event rate and sample size in each group", "Cohort 2x2 (rates)", kCohort2x2RatesRoles,
+     Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+    {"Chi-squared and total sample size", "Chi-squared for 2x2", kChiSquaredFor2x2Roles,
+     Procedure::ComputeFromChiSquare, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+    {"Matched 2x2 table", "Matched 2x2 (Event pairs)", kMatched2x2EventPairsRoles,
+     Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+    {"Events and sample size in each treatment, and external correlation", "Matched 2x2 (Events)",
+     kMatched2x2EventsRoles, Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+    {"Non-events and sample size in each treatment, and external correlation",
+     "Matched 2x2 (Non-events)", kMatched2x2NonEventsRoles, Procedure::ComputeFromEvents,
+     kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)",
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+    {"Events and non-events in each treatment, and external correlation", "Matched 2x2 (All cells)",
+     kMatched2x2AllCellsRoles, Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
+     "Dichotomous (number of events)",
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+    {"Event rate and sample size in each treatment, and external correlation",
+     "Matched 2x2 (rates)", kMatched2x2RatesRoles, Procedure::ComputeFromEvents, kShowOddsRatio,
+     Branch::TwoGroups, "Dichotomous (number of events)",
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+    {"Exposed and unexposed for cases and controls", "Case control 2x2 (Exp/Unexp)",
+     kCaseControl2x2ExpUnexpRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
+     Branch::TwoGroups, "Dichotomous (number of events)",
+     "Unmatched groups, retrospective (e.g., case control studies)", true},
+    {"Exposed and total for cases and controls", "Case control 2x2 (Exp/Total)",
+     kCaseControl2x2ExpTotalRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
+     Branch::TwoGroups, "Dichotomous (number of events)",
+     "Unmatched groups, retrospective (e.g., case control studies)", true},
+    {"Proportion exposed and total for cases and controls", "Case control 2x2 (Proportions)",
+     kCaseControl2x2ProportionsRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
+     Branch::TwoGroups, "Dichotomous (number of events)",
+     "Unmatched groups, retrospective (e.g., case control studies)", true},
+    {"Odds ratio and confidence limits", "Odds ratio", kOddsRatioRoles, Procedure::ComputePointLog,
+     kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
+     false},
+    {"Log odds ratio and standard error", "Log OR, SE", kLogORSERoles, Procedure::ComputePointLog,
+     kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
+     false},
+    {"Log odds ratio and variance", "Log OR, Var", kLogORVarRoles, Procedure::ComputePointLog,
+     kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
+     false},
+    {"Peto's (O-E) and V", "O-E", kOERoles, Procedure::ComputeFromPeto, kShowPetoOddsRatio,
+     Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes", false},
+    {"Risk ratio and confidence limits", "Risk ratio", kRiskRatioRoles, Procedure::ComputePointLog,
+     kShowRiskRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
+     false},
+    {"Log risk ratio and standard error", "Log RR, SE", kLogRRSERoles, Procedure::ComputePointLog,
+     kShowRiskRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
+     false},
+    {"Log risk ratio and variance", "Log RR, Var", kLogRRVarRoles, Procedure::ComputePointLog,
+     kShowRiskRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
+     false},
+    {"Risk difference and confidence limits", "Risk difference", kRiskDifferenceRoles,
+     Procedure::ComputePoint, kShowRiskDifference, Branch::TwoGroups,
+     "Dichotomous (number of events)", "Computed effect sizes", false},
+    {"Risk difference and standard error", "RD, SE", kRDSERoles, Procedure::ComputePoint,
+     kShowRiskDifference, Branch::TwoGroups, "Dichotomous (number of events)",
+     "Computed effect sizes", false},
+    {"Risk difference and variance", "RD, Var", kRDVarRoles, Procedure::ComputePoint,
+     kShowRiskDifference, Branch::TwoGroups, "Dichotomous (number of events)",
+     "Computed effect sizes", false},
+    {"Mean, SD and sample size in each group", "Independent groups (means, SD's)",
+     kIndependentGroupsMeansSDsRoles, Procedure::ComputeFromMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Difference in means, common SD, and sample size", "Independent groups (difference, SD)",
+     kIndependentGroupsDifferenceSDRoles, Procedure::ComputeFromMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Cohen's d (standardized by pooled within-groups SD) and sample size",
+     "Independent groups (std difference)", kIndependentGroupsStdDifferenceRoles,
+     Procedure::ComputeFromMeans, kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)",
+     "Unmatched groups, post data only", false},
+    {"Means, sample size, and t-value", "Independent groups (means, t)",
+     kIndependentGroupsMeansTRoles, Procedure::ComputeFromMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Difference in means, sample size, and t-value", "Independent groups (difference, t)",
+     kIndependentGroupsDifferenceTRoles, Procedure::ComputeFromMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Sample size and t-value", "Independent groups (Sample size, t)",
+     kIndependentGroupsSampleSizeTRoles, Procedure::ComputeFromMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Means, sample size, and p-value", "Independent groups (means, p)",
+     kIndependentGroupsMeansPRoles, Procedure::ComputeFromMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Difference in means, sample size, and p-value", "Independent groups (difference, p)",
+     kIndependentGroupsDifferencePRoles, Procedure::ComputeFromMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Sample size and p-value", "Independent groups (Sample size, p)",
+     kIndependentGroupsSampleSizePRoles, Procedure::ComputeFromMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, post data only", false},
+    {"Means, SD pre and post, N, in each group, Pre/Post Corr", "Means, SD in each group",
+     kMeansSDInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Means, SD difference, N, in each group, Pre/Post Corr", "Means, SD difference in each group",
+     kMeansSDDifferenceInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Means pre and post in each group, t within groups, N", "Means, t in each group",
+     kMeansTInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Means pre and post in each group, p within groups, N", "Means, p in each group",
+     kMeansPInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Means pre and post in each group, F for difference between changes, N",
+     "Means, F for diff in change", kMeansFForDiffInChangeRoles, Procedure::ComputeFromPrePostMeans,
+     kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)",
+     "Unmatched groups, pre and post data", true},
+    {"Mean change, SD pre and post, N, in each group, Pre/Post Corr", "Change in each group",
+     kChangeInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Mean change, SD difference, N, in each group, Pre/Post Corr",
+     "Mean change, SD difference in each group", kMeanChangeSDDifferenceInEachGroupRoles,
+     Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Mean change in each group, t within groups, N", "Change, t in each group",
+     kChangeTInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Mean change in each group, p within groups, N", "Change, p in each group",
+     kChangePInEachGroupRoles, Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Mean change in each group, F for difference between changes, N",
+     "Change, F for diff in change", kChangeFForDiffInChangeRoles,
+     Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"F for difference between changes, N", "F for diff in change", kFForDiffInChangeRoles,
+     Procedure::ComputeFromPrePostMeans, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "Unmatched groups, pre and post data", true},
+    {"Mean difference, SD of difference, and sample size", "Paired groups (difference, SD)",
+     kPairedGroupsDifferenceSDRoles, Procedure::ComputeFromPairedMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Means, SD Pre, SD Post, Pre/Post correlation, and sample size", "Paired groups (means, SD)",
+     kPairedGroupsMeansSDRoles, Procedure::ComputeFromPairedMeans, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Means, sample size, and paired t-value", "Paired groups (means, t)", kPairedGroupsMeansTRoles,
+     Procedure::ComputeFromPairedMeansTest, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Means, sample size, and paired p-value", "Paired groups (means, p)", kPairedGroupsMeansPRoles,
+     Procedure::ComputeFromPairedMeansTest, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Mean difference, sample size, and t-value", "Paired groups (difference, t)",
+     kPairedGroupsDifferenceTRoles, Procedure::ComputeFromPairedMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Mean difference, sample size, and p-value", "Paired groups (difference, p)",
+     kPairedGroupsDifferencePRoles, Procedure::ComputeFromPairedMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Sample size and t-value from paired t-test", "Paired groups (N, t-value)",
+     kPairedGroupsNTValueRoles, Procedure::ComputeFromPairedMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Sample size and p-value from paired t-test", "Paired groups (N, p-value)",
+     kPairedGroupsNPValueRoles, Procedure::ComputeFromPairedMeansTest, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "One group (pre-post) and matched groups", true},
+    {"Raw difference in means and confidence limits (independent groups)",
+     "Raw difference (indep groups), CI", kRawDifferenceIndepGroupsCIRoles,
+     Procedure::ComputePointTIndep, kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)",
+     "Computed effect sizes", false},
+    {"Raw difference in means and standard error (independent groups)",
+     "Raw difference (indep groups), SE", kRawDifferenceIndepGroupsSERoles,
+     Procedure::ComputePointTIndep, kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)",
+     "Computed effect sizes", false},
+    {"Raw difference in means and variance (independent groups)",
+     "Raw difference (indep groups), Variance", kRawDifferenceIndepGroupsVarianceRoles,
+     Procedure::ComputePointTIndep, kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)",
+     "Computed effect sizes", false},
+    {"Cohen's d (standardized by pooled within-groups SD) and confidence limits", "Cohen's d, CI",
+     kCohenDCIRoles, Procedure::ComputePointTIndep, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "Computed effect sizes", false},
+    {"Cohen's d (standardized by pooled within-groups SD) and standard error", "Cohen's d, SE",
+     kCohenDSERoles, Procedure::ComputePointTIndep, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "Computed effect sizes", false},
+    {"Cohen's d (standardized by pooled within-groups SD) and variance", "Cohen's d, Variance",
+     kCohenDVarianceRoles, Procedure::ComputePointTIndep, kShowStdDiffInMeans, Branch::TwoGroups,
+     "Continuous (means)", "Computed effect sizes", false},
+    {"Hedges's g (standardized by pooled within-groups SD) and confidence limits", "Hedges's g, CI",
+     kHedgesGCIRoles, Procedure::ComputePointTIndep, kShowHedgesG, Branch::TwoGroups,
+     "Continuous (means)", "Computed effect sizes", false},
+    {"Hedges's g (standardized by pooled within-groups SD) and standard error", "Hedges's g, SE",
+     kHedgesGSERoles, Procedure::ComputePointTIndep, kShowHedgesG, Branch::TwoGroups,
+     "Continuous (means)", "Computed effect sizes", false},
+    {"Hedges's g (standardized by pooled within-groups SD) and variance", "Hedges's g, Variance",
+     kHedgesGVarianceRoles, Procedure::ComputePointTIndep, kShowHedgesG, Branch::TwoGroups,
+     "Continuous (means)", "Computed effect sizes", false},
+    {"Raw mean difference and confidence limits (paired study)", "Raw difference (paired), CI",
+     kRawDifferencePairedCIRoles, Procedure::ComputePointTPaired, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Computed effect sizes", false},
+    {"Raw mean difference and standard error (paired study)", "Raw difference (paired), SE",
+     kRawDifferencePairedSERoles, Procedure::ComputePointTPaired, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Computed effect sizes", false},
+    {"Raw mean difference and variance (paired study)", "Raw difference (paired), Variance",
+     kRawDifferencePairedVarianceRoles, Procedure::ComputePointTPaired, kShowStdDiffInMeans,
+     Branch::TwoGroups, "Continuous (means)", "Computed effect sizes", false},
+    {"Cohen's d (standardized by SD of difference scores) and confidence limits",
+     "Cohen's paired d, CI", kCohenPairedDCIRoles, Procedure::ComputePointTPaired,
+     kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)", "Computed effect sizes", false},
+    {"Cohen's d (standardized by SD of difference scores) and standard error",
+     "Cohen's paired d, SE", kCohenPairedDSERoles, Procedure::ComputePointTPaired,
+     kShowStdDiffInMeans, Branch::TwoGroups, "Continuous (means)", "Computed effect sizes", false},
+    {"Correlation and sample size", "Corr, N", kCorrNRoles, Procedure::ComputePointCorr,
+     kShowCorrelation, Branch::TwoGroups, "Correlation", "Computed effect sizes", false},
+    {"Correlation and standard error", "Corr, SE", kCorrSERoles, Procedure::ComputePointCorr,
+     kShowCorrelation, Branch::TwoGroups, "Correlation", "Computed effect sizes", false},
+    {"Correlation and variance", "Corr, Var", kCorrVarRoles, Procedure::ComputePointCorr,
+     kShowCorrelation, Branch::TwoGroups, "Correlation", "Computed effect sizes", false},
+    {"Fisher's Z and sample size", "Fisher's Z, N", kFisherZNRoles, Procedure::ComputePointCorr,
+     kShowCorrelation, Branch::TwoGroups, "Correlation", "Computed effect sizes", false},
+    {"Fisher's Z and standard error", "Fisher's Z, SE", kFisherZSERoles,
+     Procedure::ComputePointCorr, kShowCorrelation, Branch::TwoGroups, "Correlation",
+     "Computed effect sizes", false},
+    {"Fisher's Z and variance", "Fisher's Z, Var", kFisherZVarRoles, Procedure::ComputePointCorr,
+     kShowCorrelation, Branch::TwoGroups, "Correlation", "Computed effect sizes", false},
+    {"Correlation and t-value", "Correlation and t-value", kCorrelationAndTValueRoles,
+     Procedure::ComputePointCorr, kShowCorrelation, Branch::TwoGroups, "Correlation",
+     "Computed effect sizes", false},
+    {"t-value and sample size for correlation", "t-value for correlation",
+     kTValueForCorrelationRoles, Procedure::ComputePointCorr, kShowCorrelation, Branch::TwoGroups,
+     "Correlation", "Computed effect sizes", false},
+    {"p-value and sample size for correlation", "p-value for correlation",
+     kPValueForCorrelationRoles, Procedure::ComputePointCorr, kShowCorrelation, Branch::TwoGroups,
+     "Correlation", "Computed effect sizes", false},
+    {"Events and person years in each group", "Events, person-years", kEventsPersonYearsRoles,
+     Procedure::ComputeFromEventsPersonYears, kShowRateRatio, Branch::TwoGroups,
+     "Rates (events by person years)", "Unmatched groups", true},
+    {"Event rate and person years in each group", "Rates and person-years",
+     kRatesAndPersonYearsRoles, Procedure::ComputeFromEventsPersonYears, kShowRateRatio,
+     Branch::TwoGroups, "Rates (events by person years)", "Unmatched groups", true},
+    {"Rate ratio and confidence limits", "Rate ratio, CI", kRateRatioCIRoles,
+     Procedure::ComputePointLog, kShowRateRatio, Branch::TwoGroups,
+     "Rates (events by person years)", "Computed effect sizes", true},
+    {"Log rate ratio and standard error", "Log rate ratio, SE", kLogRateRatioSERoles,
+     Procedure::ComputePointLog, kShowRateRatio, Branch::TwoGroups,
+     "Rates (events by person years)", "Computed effect sizes", true},
+    {"Log rate ratio and variance", "Log rate ratio, Var", kLogRateRatioVarRoles,
+     Procedure::ComputePointLog, kShowRateRatio, Branch::TwoGroups,
+     "Rates (events by person years)", "Computed effect sizes", true},
+    {"Rate difference and confidence limits", "Rate difference, CI", kRateDifferenceCIRoles,
+     Procedure::ComputePoint, kShowRateDifference, Branch::TwoGroups,
+     "Rates (events by person years)", "Computed effect sizes", true},
+    {"Rate difference and standard error", "Rate difference, SE", kRateDifferenceSERoles,
+     Procedure::ComputePoint, kShowRateDifference, Branch::TwoGroups,
+     "Rates (events by person years)", "Computed effect sizes", true},
+    {"Rate difference and variance", "Rate difference, Var", kRateDifferenceVarRoles,
+     Procedure::ComputePoint, kShowRateDifference, Branch::TwoGroups,
+     "Rates (events by person years)", "Computed effect sizes", true},
+    {"Hazard ratio and confidence limits", "Hazard ratio, CI", kHazardRatioCIRoles,
+     Procedure::ComputePointLog, kShowHazardRatio, Branch::TwoGroups, "Survival (time to event)",
+     "Computed effect sizes", true},
+    {"Log hazard ratio and standard error", "Log hazard ratio, SE", kLogHazardRatioSERoles,
+     Procedure::ComputePointLog, kShowHazardRatio, Branch::TwoGroups, "Survival (time to event)",
+     "Computed effect sizes", true},
+    {"Log hazard ratio and variance", "Log hazard ratio, Var", kLogHazardRatioVarRoles,
+     Procedure::ComputePointLog, kShowHazardRatio, Branch::TwoGroups, "Survival (time to event)",
+     "Computed effect sizes", true},
+    {"Point estimate and condfidence limits", "Point estimate, CI", kPointEstimateCIRoles,
+     Procedure::ComputePoint, kShowPointEstimate, Branch::GenericRaw, "Data analyzed in raw scale",
+     "Computed effect sizes", false},
+    {"Point estimate and standard error in raw units", "Point estimate, SE", kPointEstimateSERoles,
+     Procedure::ComputePoint, kShowPointEstimate, Branch::GenericRaw, "Data analyzed in raw scale",
+     "Computed effect sizes", false},
+    {"Point estimate and variance in raw units", "Point estimate, Variance",
+     kPointEstimateVarianceRoles, Procedure::ComputePoint, kShowPointEstimate, Branch::GenericRaw,
+     "Data analyzed in raw scale", "Computed effect sizes", false},
+    {"Point estimate and condfidence limits in raw units", "Point estimate (raw units), CI",
+     kPointEstimateRawUnitsCIRoles, Procedure::ComputePointLog, kShowPointLog, Branch::GenericLog,
+     "Data analyzed in log scale", "Computed effect sizes", false},
+    {"Point estimate and standard error in log units", "Log point estimate, SE",
+     kLogPointEstimateSERoles, Procedure::ComputePointLog, kShowPointLog, Branch::GenericLog,
+     "Data analyzed in log scale", "Computed effect sizes", false},
+    {"Point estimate and variance in log units", "Log point estimate, Variance",
+     kLogPointEstimateVarianceRoles, Procedure::ComputePointLog, kShowPointLog, Branch::GenericLog,
+     "Data analyzed in log scale", "Computed effect sizes", false},
+    // Known to DefineFormat and to files, but offered by no wizard path.
+    {"Cohen's d (standardized by SD of difference scores) and variance",
+     "Cohen's paired d, Variance", kCohenPairedDVarianceRoles, Procedure::ComputePointTPaired,
+     kShowNothing, Branch::NotInWizard, "", "", false},
+    {"Correlation, sample size, and artifacts", "Corr, N, and artifacts", kCorrNAndArtifactsRoles,
+     Procedure::ComputePointCorr, kShowCorrelation, Branch::NotInWizard, "", "", false},
+};
+
+// Old files may hold these; the computation still accepts them.
+constexpr LegacyFormat kLegacy[] = {
+    {"Events and sample size in each condition", Procedure::ComputeFromEvents},
+    {"Non-events and sample size in each condition", Procedure::ComputeFromEvents},
+    {"Events and non-events in each condition", Procedure::ComputeFromEvents},
+    {"Event rate and sample size in each condition", Procedure::ComputeFromEvents},
+    {"Cases and sample size in each condition", Procedure::ComputeFromEvents},
+    {"Controls and sample size in each condition", Procedure::ComputeFromEvents},
+    {"Cases and controls in each condition", Procedure::ComputeFromEvents},
+    {"Cases (proportion) and sample size in each condition", Procedure::ComputeFromEvents},
+    {"Matched 2x2 table for case-control study", Procedure::ComputeFromEventsCaseControl},
+    {"Exposed and unexposed for cases and controls, and external correlation",
+     Procedure::ComputeFromEventsCaseControl},
+    {"Exposed and total for cases and controls, and external correlation",
+     Procedure::ComputeFromEventsCaseControl},
+    {"Proportion exposed and total for cases and controls, and external correlation",
+     Procedure::ComputeFromEventsCaseControl},
+};
+
+// Rows of these formats keep counts or means that can be summed across
+// subgroups of a study; every other format pools only by weighting.
+struct MergeClass {
+    std::string_view longName;
+    int type;
+};
+constexpr MergeClass kMergeClasses[] = {
+    {"Events and sample size", 1},
+    {"Non-events and sample size", 1},
+    {"Events and non-events", 1},
+    {"Event rate and sample size", 1},
+    {"Mean, SD and sample size", 2},
+    {"Events and person years", 3},
+    {"Events and sample size in each group", 4},
+    {"Non-events and sample size in each group", 4},
+    {"Events and non-events in each group", 4},
+    {"Event rate and sample size in each group", 4},
+    {"Exposed and unexposed for cases and controls", 5},
+    {"Exposed and total for cases and controls", 5},
+    {"Proportion exposed and total for cases and controls", 5},
+    {"Mean, SD and sample size in each group", 6},
+    {"Events and person years in each group", 7},
+    {"Event rate and person years in each group", 7},
+};
+
+constexpr std::string_view kStudyDesignWords[] = {"Not specified", "Paired study",
+                                                  "Independent groups"};
+constexpr std::string_view kEffectDirectionWords[] = {"Not specified", "Auto", "Negative",
+                                                      "Positive"};
+constexpr std::string_view kStandardizeByWords[] = {"Not specified", "Post score SD",
+                                                    "Change score SD"};
+constexpr DropDownRole kDropDowns[] = {
+    {"Study design", "#0;Not specified|#1;Paired study|#2;Independent groups", kStudyDesignWords},
+    {"Effect direction", "#0;Not specified|#1;Auto|#2;Negative|#3;Positive", kEffectDirectionWords},
+    {"Standardize by", "#0;Not specified|#1;Post score SD|#2;Change score SD", kStandardizeByWords},
+};
+
+// Name lookups run once per row, so the names are sorted at compile time and
+// searched by halving.
+struct NameIndex {
+    std::string_view name;
+    std::size_t index = 0;
+};
+using NameIndexTable = std::array<NameIndex, std::size(kFormats)>;
+
+template <typename Key>
+constexpr NameIndexTable SortedBy(Key key) {
+    NameIndexTable sorted{};
+    for (std::size_t i = 0; i < sorted.size(); ++i)
+        sorted[i] = {key(kFormats[i]), i};
+    std::sort(sorted.begin(), sorted.end(),
+              [](const NameIndex& a, const NameIndex& b) { return a.name < b.name; });
+    return sorted;
+}
+
+constexpr NameIndexTable kByLongName = SortedBy([](const FormatDef& f) { return f.longName; });
+constexpr NameIndexTable kByShortName = SortedBy([](const FormatDef& f) { return f.shortName; });
+
+constexpr bool AllDistinct(const NameIndexTable& sorted) {
+    return std::adjacent_find(sorted.begin(), sorted.end(),
+                              [](const NameIndex& a, const NameIndex& b) {
+                                  return a.name == b.name;
+                              }) == sorted.end();
+}
+
+constexpr const FormatDef* Lookup(const NameIndexTable& sorted, std::string_view name) {
+    const auto* it = std::lower_bound(
+        sorted.begin(), sorted.end(), name,
+        [](const NameIndex& entry, std::string_view wanted) { return entry.name < wanted; });
+    if (it == sorted.end() || it->name != name) return nullptr;
+    return &kFormats[it->index];
+}
+
+static_assert(AllDistinct(kByLongName), "two formats share a long name");
+static_assert(AllDistinct(kByShortName), "two formats share a short name");
+static_assert(std::all_of(std::begin(kFormats), std::end(kFormats),
+                          [](const FormatDef& f) { return f.roles.size() <= MaxRoles; }),
+              "a format has more roles than DefineFormat has slots");
+static_assert(std::all_of(std::begin(kMergeClasses), std::end(kMergeClasses),
+                          [](const MergeClass& m) {
+                              return Lookup(kByLongName, m.longName) != nullptr;
+                          }),
+              "a merge class names no format");
+
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+constexpr char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                              [](char x, char y) { return Lower(x) == Lower(y); });
+}
+
+std::string_view TrimBlanks(std::string_view s) {
+    const auto first = s.find_first_not_of(" \t\r\n");
+    if (first == std::string_view::npos) return {};
+    return s.substr(first, s.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+// The code of a cell written as a number: "2", or "2.0" as a number cell may
+// hold it; -1 for anything else or a code outside the list.
+int NumericCode(std::string_view cell, std::size_t count) {
+    std::size_t code = 0;
+    std::size_t i = 0;
+    for (; i < cell.size() && IsDigit(cell[i]); ++i) {
+        code = code * 10 + static_cast<std::size_t>(cell[i] - '0');
+        if (code >= count) return -1;
+    }
+    if (i == 0) return -1;
+    if (i < cell.size() && cell[i] == '.') {
+        ++i;
+        while (i < cell.size() && cell[i] == '0')
+            ++i;
+    }
+    return i == cell.size() ? static_cast<int>(code) : -1;
+}
+
+}  // namespace
+
+std::string_view ProcedureName(Procedure p) {
+    switch (p) {
+        case Procedure::None:
+            return "None";
+        case Procedure::ComputeFromEvents:
+            return "ComputeFromEvents";
+        case Procedure::ComputeFromEventsCaseControl:
+            return "ComputeFromEventsCaseControl";
+        case Procedure::ComputeFromEventsPersonYears:
+            return "ComputeFromEventsPersonYears";
+        case Procedure::ComputeFromPeto:
+            return "ComputeFromPeto";
+        case Procedure::ComputeFromChiSquare:
+            return "ComputeFromChiSquare";
+        case Procedure::ComputeFromEventsOneGroup:
+            return "ComputeFromEventsOneGroup";
+        case Procedure::ComputeFromEventsPYOneGroup:
+            return "ComputeFromEventsPYOneGroup";
+        case Procedure::ComputeFromMeansOneGroup:
+            return "ComputeFromMeansOneGroup";
+        case Procedure::ComputeFromMeans:
+            return "ComputeFromMeans";
+        case Procedure::ComputeFromMeansTest:
+            return "ComputeFromMeansTest";
+        case Procedure::ComputeFromPairedMeans:
+            return "ComputeFromPairedMeans";
+        case Procedure::ComputeFromPairedMeansTest:
+            return "ComputeFromPairedMeansTest";
+        case Procedure::ComputeFromPrePostMeans:
+            return "ComputeFromPrePostMeans";
+        case Procedure::ComputePointLog:
+            return "ComputePointLog";
+        case Procedure::ComputePoint:
+            return "ComputePoint";
+        case Procedure::ComputePointTIndep:
+            return "ComputePointTIndep";
+        case Procedure::ComputePointTPaired:
+            return "ComputePointTPaired";
+        case Procedure::ComputePointCorr:
+            return "ComputePointCorr";
+    }
+    return "None";
+}
+
+std::span<const FormatDef> AllFormats() {
+    return kFormats;
+}
+
+const FormatDef* FindFormat(std::string_view longName) {
+    return Lookup(kByLongName, longName);
+}
+
+const FormatDef* FindFormatByAnyName(std::string_view name) {
+    const FormatDef* found = Lookup(kByLongName, name);
+    return found != nullptr ? found : Lookup(kByShortName, name);
+}
+
+std::span<const LegacyFormat> LegacyFormats() {
+    return kLegacy;
+}
+
+Procedure ProcedureFor(std::string_view longName) {
+    if (const FormatDef* f = FindFormat(longName)) return f->procedure;
+    for (const LegacyFormat& legacy : kLegacy) {
+        if (legacy.longName == longName) return legacy.procedure;
+    }
+    return Procedure::None;
+}
+
+int MergeType(std::string_view longName) {
+    for (const MergeClass& m : kMergeClasses) {
+        if (m.longName == longName) return m.type;
+    }
+    return 0;
+}
+
+void DefineFormat(std::string_view longName, DefinedFormat& out) {
+    for (std::string& name : out.EntryColNames)
+        name.clear();
+    out.EntryColInteger.fill(false);
+    for (auto& pieces : out.LabelPieces) {
+        for (std::string& piece : pieces)
+            piece.clear();
+    }
+    const FormatDef* format = FindFormat(longName);
+    if (format == nullptr) return;
+    for (std::size_t i = 0; i < format->roles.size(); ++i) {
+        const RoleDef& role = format->roles[i];
+        out.EntryColNames[i] = role.name;
+        out.EntryColInteger[i] = role.whole;
+        for (std::size_t p = 0; p < role.labels.size(); ++p)
+            out.LabelPieces[p][i] = role.labels[p];
+    }
+    out.CurrentFormatLong = format->longName;
+    out.CurrentFormatShort = format->shortName;
+}
+
+const DropDownRole* FindDropDown(std::string_view role) {
+    for (const DropDownRole& d : kDropDowns) {
+        if (d.role == role) return &d;
+    }
+    return nullptr;
+}
+
+int DropDownCode(const DropDownRole& role, std::string_view cell) {
+    cell = TrimBlanks(cell);
+    if (cell.empty()) return -1;
+    if (IsDigit(cell.front())) return NumericCode(cell, role.words.size());
+    // A word as typed first, so that a list never loses an exact match to a
+    // word that differs only in case.
+    for (std::size_t c = 0; c < role.words.size(); ++c) {
+        if (role.words[c] == cell) return static_cast<int>(c);
+    }
+    for (std::size_t c = 0; c < role.words.size(); ++c) {
+        if (EqualsIgnoringCase(role.words[c], cell)) return static_cast<int>(c);
+    }
+    return -1;
+}
+
+}  // namespace synthara::sheet

@@ -1,0 +1,60 @@
+#pragma once
+// The stored form of a grid: a one-member ZIP archive whose member holds the
+// whole grid as JSON. The member carries the shape, every non-empty cell in
+// place (typed text as text, numbers as numbers that read back to the same
+// double), each column's key, width, visibility, alignment and number format,
+// each row's height and visibility, all in physical order, and a marker with
+// a version so that later versions can read older files.
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sheet/files/Project.h"
+#include "sheet/grid/Grid.h"
+
+namespace synthara::sheet {
+
+inline constexpr std::string_view GridFormatMarker = "synthara-grid";
+inline constexpr int GridFormatVersion = 1;
+
+// Bounds a reader holds a file to before it allocates anything, so that a
+// hostile file can't ask for more memory than a real project needs.
+struct ReadLimits {
+    std::uint64_t maxMemberBytes = std::uint64_t{4} << 30;  // unpacked member
+    std::uint64_t maxCells = std::uint64_t{1} << 27;        // rows times columns
+    int maxRows = 1 << 24;
+    int maxCols = 1 << 16;
+};
+
+// The grid as the member's JSON text.
+std::string EncodeGrid(const Grid& grid);
+// Fills `out` from the member's text. On failure `out` is unspecified and the
+// result says why.
+FileResult DecodeGrid(std::string_view text, Grid& out, const ReadLimits& limits = {});
+
+// The whole archive in memory, with one member under `memberName`.
+FileResult PackGrid(const Grid& grid, std::string_view memberName, std::vector<std::uint8_t>& out);
+// An archive with one member holding `text`.
+FileResult PackMember(std::string_view memberName, std::string_view text,
+                      std::vector<std::uint8_t>& out);
+// Reads the first member of an archive, whatever its name.
+FileResult UnpackGrid(std::span<const std::uint8_t> archive, Grid& out,
+                      const ReadLimits& limits = {});
+
+// The member's name for a file: the marker "C01" and the file's name less its
+// extension's three letters, so "trial.syn" holds "C01trial.".
+std::string MemberNameFor(const std::filesystem::path& path);
+
+// Writes the archive to a temporary file beside `path` and renames it over
+// `path` only when every byte was written, so a failed save leaves the
+// previous file as it was.
+FileResult WriteGridFile(const Grid& grid, const std::filesystem::path& path);
+// Reads a file written by WriteGridFile into `out`; `out` is untouched on failure.
+FileResult ReadGridFile(const std::filesystem::path& path, Grid& out,
+                        const ReadLimits& limits = {});
+
+}  // namespace synthara::sheet

@@ -1,0 +1,296 @@
+#include "sheet/grid/Grid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "sheet/grid/SortKey.h"
+
+namespace synthara::sheet {
+
+namespace {
+
+const Cell kEmptyCell{};
+
+template <typename T>
+bool Holds(const std::vector<T>& values, int index) {
+    return index >= 0 && static_cast<std::size_t>(index) < values.size();
+}
+
+// Takes the element at `from` out and reinserts it so that it ends at `to`.
+template <typename Vector>
+void MoveOne(Vector& values, int from, int to) {
+    if (!Holds(values, from) || !Holds(values, to)) return;
+    const auto begin = values.begin();
+    if (from < to) {
+        std::rotate(begin + from, begin + from + 1, begin + to + 1);
+    } else {
+        std::rotate(begin + to, begin + from, begin + from + 1);
+    }
+}
+
+}  // namespace
+
+void Grid::SetRows(int rows) {
+    rows = std::max(rows, 0);
+    const auto size = static_cast<std::size_t>(rows);
+    for (Column& column : cols_) {
+        column.cells.resize(size);
+        if (!column.back.empty()) column.back.resize(size, kNoBackColor);
+        if (!column.shade.empty()) column.shade.resize(size, 0);
+    }
+    rowHidden_.resize(size, false);
+    rowHeight_.resize(size, defaultRowHeight_);
+    rows_ = rows;
+}
+
+void Grid::SetCols(int cols) {
+    cols = std::max(cols, 0);
+    const auto size = static_cast<std::size_t>(cols);
+    if (size < cols_.size()) {
+        cols_.resize(size);
+    } else {
+        cols_.reserve(size);
+        while (cols_.size() < size) {
+            cols_.emplace_back();
+            cols_.back().cells.resize(static_cast<std::size_t>(rows_));
+        }
+    }
+    InvalidateIndex();
+}
+
+void Grid::Clear() {
+    rows_ = 0;
+    cols_.clear();
+    rowHidden_.clear();
+    rowHeight_.clear();
+    InvalidateIndex();
+}
+
+const Cell& Grid::At(int row, int col) const {
+    if (!ValidCol(col)) return kEmptyCell;
+    const auto& cells = cols_[static_cast<std::size_t>(col)].cells;
+    return Holds(cells, row) ? cells[static_cast<std::size_t>(row)] : kEmptyCell;
+}
+
+void Grid::Set(int row, int col, Cell cell) {
+    if (!ValidCol(col)) return;
+    Column& column = cols_[static_cast<std::size_t>(col)];
+    if (!Holds(column.cells, row)) return;
+    if (row >= fixedRows_ && !cell.IsEmpty()) column.dataWritten = true;
+    column.cells[static_cast<std::size_t>(row)] = std::move(cell);
+}
+
+bool Grid::DataRowsBlank(int col) const {
+    return ValidCol(col) && !cols_[static_cast<std::size_t>(col)].dataWritten;
+}
+
+void Grid::SetFixedRows(int n) {
+    // Rows that leave the fixed area take their metadata into the data rows.
+    if (n < fixedRows_) MarkDataWritten();
+    fixedRows_ = n;
+}
+
+void Grid::MarkDataWritten() {
+    for (Column& column : cols_)
+        column.dataWritten = true;
+}
+
+void Grid::SetText(int row, int col, std::string text) {
+    Set(row, col, Cell::FromText(std::move(text)));
+}
+
+void Grid::SetNumber(int row, int col, double value) {
+    Set(row, col, Cell::FromNumber(value));
+}
+
+void Grid::ClearCell(int row, int col) {
+    Set(row, col, Cell());
+}
+
+bool Grid::TextIs(int row, int col, std::string_view text) const {
+    const Cell& cell = At(row, col);
+    if (cell.IsNumber()) return FormatNumber(cell.Number()) == text;
+    return cell.TextView() == text;
+}
+
+Column& Grid::Col(int col) {
+    if (ValidCol(col)) return cols_[static_cast<std::size_t>(col)];
+    detached_ = Column();
+    detached_.cells.resize(static_cast<std::size_t>(rows_));
+    return detached_;
+}
+
+const Column& Grid::Col(int col) const {
+    if (ValidCol(col)) return cols_[static_cast<std::size_t>(col)];
+    detached_ = Column();
+    detached_.cells.resize(static_cast<std::size_t>(rows_));
+    return detached_;
+}
+
+void Grid::Reindex() const {
+    index_.clear();
+    index_.reserve(cols_.size());
+    for (int c = 0; c < Cols(); ++c) {
+        const std::string& key = cols_[static_cast<std::size_t>(c)].key;
+        if (!key.empty()) index_.emplace(key, c);  // emplace keeps the leftmost
+    }
+    indexStale_ = false;
+}
+
+int Grid::ColIndex(std::string_view key) const {
+    if (key.empty()) return -1;
+    if (indexStale_) Reindex();
+    const auto hit = index_.find(key);
+    if (hit != index_.end() && ValidCol(hit->second) &&
+        cols_[static_cast<std::size_t>(hit->second)].key == key) {
+        return hit->second;
+    }
+    // The map may predate a key edited in place; the columns have the last word.
+    for (int c = 0; c < Cols(); ++c) {
+        if (cols_[static_cast<std::size_t>(c)].key == key) {
+            indexStale_ = true;
+            return c;
+        }
+    }
+    return -1;
+}
+
+void Grid::SetColKey(int col, std::string key) {
+    if (!ValidCol(col)) return;
+    cols_[static_cast<std::size_t>(col)].key = std::move(key);
+    InvalidateIndex();
+}
+
+BackColor Grid::CellBackColor(int row, int col) const {
+    if (!ValidCol(col)) return kNoBackColor;
+    const auto& back = cols_[static_cast<std::size_t>(col)].back;
+    return Holds(back, row) ? back[static_cast<std::size_t>(row)] : kNoBackColor;
+}
+
+void Grid::SetCellBackColor(int row, int col, BackColor color) {
+    if (!Valid(row, col)) return;
+    auto& back = cols_[static_cast<std::size_t>(col)].back;
+    if (back.empty()) {
+        if (color == kNoBackColor) return;
+        back.assign(static_cast<std::size_t>(rows_), kNoBackColor);
+    }
+    if (Holds(back, row)) back[static_cast<std::size_t>(row)] = color;
+}
+
+std::uint8_t Grid::CellShade(int row, int col) const {
+    if (!ValidCol(col)) return 0;
+    const auto& shade = cols_[static_cast<std::size_t>(col)].shade;
+    return Holds(shade, row) ? shade[static_cast<std::size_t>(row)] : 0;
+}
+
+void Grid::SetCellShade(int row, int col, std::uint8_t shade) {
+    if (!Valid(row, col)) return;
+    auto& shades = cols_[static_cast<std::size_t>(col)].shade;
+    if (shades.empty()) {
+        if (shade == 0) return;
+        shades.assign(static_cast<std::size_t>(rows_), 0);
+    }
+    if (Holds(shades, row)) shades[static_cast<std::size_t>(row)] = shade;
+}
+
+bool Grid::RowHidden(int row) const {
+    return Holds(rowHidden_, row) && rowHidden_[static_cast<std::size_t>(row)];
+}
+
+void Grid::SetRowHidden(int row, bool hidden) {
+    if (Holds(rowHidden_, row)) rowHidden_[static_cast<std::size_t>(row)] = hidden;
+}
+
+int Grid::RowHeight(int row) const {
+    return Holds(rowHeight_, row) ? rowHeight_[static_cast<std::size_t>(row)] : defaultRowHeight_;
+}
+
+void Grid::SetRowHeight(int row, int height) {
+    if (Holds(rowHeight_, row)) rowHeight_[static_cast<std::size_t>(row)] = height;
+}
+
+void Grid::MoveColumn(int from, int to) {
+    if (from == to || !ValidCol(from) || !ValidCol(to)) return;
+    MoveOne(cols_, from, to);
+    InvalidateIndex();
+}
+
+void Grid::InsertColumn(int at) {
+    if (at < 0 || at > Cols()) return;
+    Column column;
+    column.cells.resize(static_cast<std::size_t>(rows_));
+    cols_.insert(cols_.begin() + at, std::move(column));
+    InvalidateIndex();
+}
+
+void Grid::RemoveColumn(int col) {
+    if (!ValidCol(col)) return;
+    cols_.erase(cols_.begin() + col);
+    InvalidateIndex();
+}
+
+void Grid::MoveRow(int from, int to) {
+    if (from == to || !ValidRow(from) || !ValidRow(to)) return;
+    if (std::min(from, to) < fixedRows_) MarkDataWritten();
+    for (Column& column : cols_) {
+        MoveOne(column.cells, from, to);
+        MoveOne(column.back, from, to);  // no-ops while not allocated
+        MoveOne(column.shade, from, to);
+    }
+    MoveOne(rowHidden_, from, to);
+    MoveOne(rowHeight_, from, to);
+}
+
+template <typename T>
+void Grid::ApplyOrder(std::vector<T>& values, int first, const std::vector<int>& order) {
+    if (!Holds(values, first + static_cast<int>(order.size()) - 1)) return;
+    std::vector<T> sorted;
+    sorted.reserve(order.size());
+    for (int from : order)
+        sorted.push_back(std::move(values[static_cast<std::size_t>(first + from)]));
+    std::move(sorted.begin(), sorted.end(), values.begin() + first);
+}
+
+void Grid::SortRows(int r1, int r2, int c1, int c2) {
+    if (r1 > r2) std::swap(r1, r2);
+    if (c1 > c2) std::swap(c1, c2);
+    r1 = std::max(r1, 0);
+    r2 = std::min(r2, rows_ - 1);
+    c1 = std::max(c1, 0);
+    c2 = std::min(c2, Cols() - 1);
+    if (r1 >= r2 || c1 > c2) return;
+    if (r1 < fixedRows_) MarkDataWritten();
+
+    const int count = r2 - r1 + 1;
+    const int width = c2 - c1 + 1;
+    // Keys are built once: a text cell is parsed once, not at every comparison.
+    std::vector<SortKey> keys(static_cast<std::size_t>(count) * static_cast<std::size_t>(width));
+    for (int i = 0; i < count; ++i) {
+        for (int k = 0; k < width; ++k) {
+            keys[static_cast<std::size_t>(i * width + k)] = MakeSortKey(At(r1 + i, c1 + k));
+        }
+    }
+    std::vector<int> order(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        order[static_cast<std::size_t>(i)] = i;
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+        for (int k = 0; k < width; ++k) {
+            const int c = CompareSortKeys(keys[static_cast<std::size_t>(a * width + k)],
+                                          keys[static_cast<std::size_t>(b * width + k)]);
+            if (c != 0) return c < 0;
+        }
+        return false;
+    });
+    if (std::is_sorted(order.begin(), order.end())) return;
+
+    for (Column& column : cols_) {
+        ApplyOrder(column.cells, r1, order);
+        ApplyOrder(column.back, r1, order);  // skipped while not allocated
+        ApplyOrder(column.shade, r1, order);
+    }
+    ApplyOrder(rowHidden_, r1, order);
+    ApplyOrder(rowHeight_, r1, order);
+}
+
+}  // namespace synthara::sheet

@@ -1,0 +1,39 @@
+#pragma once
+// Turns a delimited table into a study sheet, as if the user had created the
+// blocks with the wizard and typed every cell: population columns, one block
+// per data-entry format used, moderator columns, and each row's format.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sheet/grid/Sheet.h"
+#include "sheet/import/DelimitedText.h"
+
+namespace synthara::sheet {
+
+inline constexpr std::string_view DataFormatTitle = "Data format";
+
+struct ImportResult {
+    bool ok = false;
+    // The fault lies in what the caller asked for (an unknown default format,
+    // or no format at all), not in a place in the file.
+    bool optionFault = false;
+    std::string message;
+    // Data rows, blank ones included: row i of the file (0-based, after the
+    // titles) is sheet row FixedRowCount + i and starts on line lines[i].
+    int dataRows = 0;
+    std::vector<int> lines;
+};
+
+// Builds the sheet from scratch. `defaultFormat` (long or short name, "" for
+// none) is the format of rows without a "Data format" cell. `fileName` names
+// the file in messages.
+ImportResult ImportTable(Sheet& sheet, const DelimitedTable& table, std::string_view defaultFormat,
+                         std::string_view fileName);
+
+// The type a moderator column takes from its cells: "Integer" when every
+// non-empty cell is a whole number, "Decimal" when every one is a number,
+// otherwise (and when there is none) "Categorical".
+std::string ModeratorDataType(const std::vector<std::string_view>& cells);
+
+}  // namespace synthara::sheet
