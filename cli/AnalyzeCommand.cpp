@@ -13,7 +13,6 @@
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
-#include "cli/LoadInput.h"
 #include "effectsize/Trail.h"
 
 namespace synthara::cli {
@@ -162,16 +161,14 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     }
 
     CliPrompter prompter(err);
-    sheet::Sheet sheet(prompter);
-    sheet::ImportResult imported;
-    if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
-        status != ExitDone)
+    shell::Document document(prompter);
+    if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
         return status;
 
     analysis::Analysis analysis(prompter);
     analysis.DisplayIndex = args.index;
     analysis.CILevel = level;
-    switch (analysis::RunAnalyses(sheet, analysis)) {
+    switch (document.RunAnalyses(analysis)) {
         case analysis::ComputeStatus::Done:
             break;
         case analysis::ComputeStatus::UnknownIndex:

@@ -7,28 +7,10 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/App.h"
-#include "cli/LoadInput.h"
-
-#include "effectsize/Compute.h"
-#include "effectsize/WorkingSet.h"
-#include "sheet/files/ProjectFile.h"
+#include "sheet/import/ImportTable.h"
+#include "shell/FileKinds.h"
 
 namespace synthara::cli {
-
-void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
-                 ports::Prompter& prompter) {
-    if (imported.dataRows > 0) {
-        // The options travel with the project; an imported table has the defaults.
-        const sheet::StoredNumbers stored = sheet::ReadStoredNumbers(sheet);
-        effectsize::ComputeOptions options{stored.ImputedR, stored.FudgeFactor,
-                                           stored.PoolVarianceMethod, stored.GVarianceMethod};
-        effectsize::ComputeContext context{options, prompter};
-        int first = sheet::FixedRowCount;
-        int last = sheet::FixedRowCount + imported.dataRows - 1;
-        effectsize::Compute(sheet, first, last, context);
-    }
-    sheet.FindCols();
-}
 
 void AddInputOptions(CLI::App& command, std::string& input, std::string& format) {
     command.add_option("INPUT", input, kInputHelp)->required();
@@ -36,11 +18,26 @@ void AddInputOptions(CLI::App& command, std::string& input, std::string& format)
                        "Data format (long or short name) of rows without a \"Data format\" cell");
 }
 
-int LoadAndCompute(const std::string& input, const std::string& format, sheet::Sheet& sheet,
-                   sheet::ImportResult& imported, ports::Prompter& prompter, std::ostream& err) {
-    if (const int status = LoadInput(input, format, sheet, imported, err); status != ExitDone)
-        return status;
-    ComputeRows(sheet, imported, prompter);
+int OpenInput(const std::string& input, const std::string& format, shell::Document& document,
+              std::ostream& err) {
+    const shell::OpenOutcome opened = document.Open(input, {format});
+    switch (opened.status) {
+        case shell::OpenStatus::Opened:
+            break;
+        case shell::OpenStatus::UnknownFormat:
+            err << "Unknown data format \"" << format << "\" (--format)\n";
+            return ExitUsage;
+        case shell::OpenStatus::NoFormat:
+            err << "No data format: give --format or a \"" << sheet::DataFormatTitle
+                << "\" column\n";
+            return ExitUsage;
+        case shell::OpenStatus::Refused:
+            err << opened.message << '\n';
+            return ExitRefused;
+    }
+    // A project's rows already carry their formats: --format names none of them.
+    if (!format.empty() && shell::IsProjectFile(input))
+        err << "--format has no effect on a project file\n";
     return ExitDone;
 }
 

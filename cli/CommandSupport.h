@@ -7,9 +7,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "ports/Prompter.h"
-#include "sheet/grid/Sheet.h"
-#include "sheet/import/ImportTable.h"
+#include "shell/Document.h"
 
 namespace CLI {
 class App;
@@ -17,18 +15,17 @@ class App;
 
 namespace synthara::cli {
 
+inline constexpr const char* kInputHelp =
+    "A delimited text file (.csv, .tsv, .txt) or a project (.syn) or template (.syt)";
+
 // The INPUT argument and --format option every command that reads a file takes.
 void AddInputOptions(CLI::App& command, std::string& input, std::string& format);
 
-// Reads INPUT into `sheet` and computes every row. Returns the exit status;
-// on a refusal the reason has been written to `err`.
-int LoadAndCompute(const std::string& input, const std::string& format, sheet::Sheet& sheet,
-                   sheet::ImportResult& imported, ports::Prompter& prompter, std::ostream& err);
-
-// Computes every imported row, as typing the cells would, and refreshes the
-// sheet's column tables.
-void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
-                 ports::Prompter& prompter);
+// Opens INPUT into the document, which computes every row; `format` is
+// --format ("" when not given). Returns the exit status; on a refusal the
+// reason has been written to `err`.
+int OpenInput(const std::string& input, const std::string& format, shell::Document& document,
+              std::ostream& err);
 
 // One JSON object on one line; text that is not valid UTF-8 is replaced, not refused.
 std::string Dump(const nlohmann::json& value);

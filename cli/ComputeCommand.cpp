@@ -11,7 +11,6 @@
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
-#include "cli/LoadInput.h"
 #include "effectsize/Trail.h"
 #include "effectsize/WorkingSet.h"
 
@@ -105,11 +104,11 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     return cmd;
 }
 
-json ComputeJson(const sheet::Sheet& sheet, const sheet::ImportResult& imported) {
+json ComputeJson(const sheet::Sheet& sheet, int dataRows) {
     json rows = json::array();
     const int formatCol = sheet.FormatCol();
     const int errorCol = sheet.ErrorCol();
-    for (int i = 0; i < imported.dataRows; ++i) {
+    for (int i = 0; i < dataRows; ++i) {
         const int row = FixedRowCount + i;
         const std::string format = formatCol >= 0 ? sheet.flex.Text(row, formatCol) : "";
         if (format.empty()) continue;  // a blank line of the file
@@ -125,16 +124,14 @@ json ComputeJson(const sheet::Sheet& sheet, const sheet::ImportResult& imported)
 
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
-    sheet::Sheet sheet(prompter);
-    sheet::ImportResult imported;
-    if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
-        status != ExitDone)
+    shell::Document document(prompter);
+    if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
         return status;
-    const json result = ComputeJson(sheet, imported);
+    const json result = ComputeJson(document.Sheet(), document.DataRows());
     if (args.json)
         out << Dump(result) << '\n';
     else
-        PrintTable(result["rows"], sheet, out);
+        PrintTable(result["rows"], document.Sheet(), out);
     return ExitDone;
 }
 

@@ -6,7 +6,6 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "sheet/grid/Sheet.h"
-#include "sheet/import/ImportTable.h"
 
 namespace CLI {
 class App;
@@ -26,6 +25,6 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args);
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err);
 
 // The rows of a computed sheet: {"rows": [{"row", "study", "format", "errors", "indices"}]}.
-nlohmann::json ComputeJson(const sheet::Sheet& sheet, const sheet::ImportResult& imported);
+nlohmann::json ComputeJson(const sheet::Sheet& sheet, int dataRows);
 
 }  // namespace synthara::cli

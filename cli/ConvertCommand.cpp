@@ -7,8 +7,7 @@
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
-#include "cli/LoadInput.h"
-#include "sheet/files/ProjectFile.h"
+#include "shell/FileKinds.h"
 
 namespace synthara::cli {
 
@@ -21,22 +20,20 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args) {
 }
 
 int RunConvert(const ConvertArgs& args, std::ostream& out, std::ostream& err) {
-    if (!IsProjectFile(args.output)) {
+    if (!shell::IsProjectFile(args.output)) {
         err << args.output << ": the output must end in .syn (project) or .syt (template)\n";
         return ExitUsage;
     }
     CliPrompter prompter(err);
-    sheet::Sheet sheet(prompter);
-    sheet::ImportResult imported;
-    if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
-        status != ExitDone)
+    shell::Document document(prompter);
+    if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
         return status;
-    const sheet::FileResult saved = sheet::SaveProjectFile(sheet, args.output);
+    const sheet::FileResult saved = document.Save(args.output);
     if (!saved.ok) {
         err << args.output << ": " << saved.message << '\n';
         return ExitRefused;
     }
-    out << "Wrote " << args.output << " (" << imported.dataRows << " rows)\n";
+    out << "Wrote " << args.output << " (" << document.DataRows() << " rows)\n";
     return ExitDone;
 }
 

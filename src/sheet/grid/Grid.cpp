@@ -32,6 +32,7 @@ void MoveOne(Vector& values, int from, int to) {
 }  // namespace
 
 void Grid::SetRows(int rows) {
+    ++revision_;
     rows = std::max(rows, 0);
     const auto size = static_cast<std::size_t>(rows);
     for (Column& column : cols_) {
@@ -45,6 +46,7 @@ void Grid::SetRows(int rows) {
 }
 
 void Grid::SetCols(int cols) {
+    ++revision_;
     cols = std::max(cols, 0);
     const auto size = static_cast<std::size_t>(cols);
     if (size < cols_.size()) {
@@ -60,6 +62,7 @@ void Grid::SetCols(int cols) {
 }
 
 void Grid::Clear() {
+    ++revision_;
     rows_ = 0;
     cols_.clear();
     rowHidden_.clear();
@@ -74,6 +77,7 @@ const Cell& Grid::At(int row, int col) const {
 }
 
 void Grid::Set(int row, int col, Cell cell) {
+    ++revision_;
     if (!ValidCol(col)) return;
     Column& column = cols_[static_cast<std::size_t>(col)];
     if (!Holds(column.cells, row)) return;
@@ -86,6 +90,7 @@ bool Grid::DataRowsBlank(int col) const {
 }
 
 void Grid::SetFixedRows(int n) {
+    ++revision_;
     // Rows that leave the fixed area take their metadata into the data rows.
     if (n < fixedRows_) MarkDataWritten();
     fixedRows_ = n;
@@ -105,6 +110,7 @@ void Grid::SetNumber(int row, int col, double value) {
 }
 
 void Grid::ClearCell(int row, int col) {
+    ++revision_;
     Set(row, col, Cell());
 }
 
@@ -115,6 +121,7 @@ bool Grid::TextIs(int row, int col, std::string_view text) const {
 }
 
 Column& Grid::Col(int col) {
+    ++revision_;
     if (ValidCol(col)) return cols_[static_cast<std::size_t>(col)];
     detached_ = Column();
     detached_.cells.resize(static_cast<std::size_t>(rows_));
@@ -157,6 +164,7 @@ int Grid::ColIndex(std::string_view key) const {
 }
 
 void Grid::SetColKey(int col, std::string key) {
+    ++revision_;
     if (!ValidCol(col)) return;
     cols_[static_cast<std::size_t>(col)].key = std::move(key);
     InvalidateIndex();
@@ -169,6 +177,7 @@ BackColor Grid::CellBackColor(int row, int col) const {
 }
 
 void Grid::SetCellBackColor(int row, int col, BackColor color) {
+    ++revision_;
     if (!Valid(row, col)) return;
     auto& back = cols_[static_cast<std::size_t>(col)].back;
     if (back.empty()) {
@@ -185,6 +194,7 @@ std::uint8_t Grid::CellShade(int row, int col) const {
 }
 
 void Grid::SetCellShade(int row, int col, std::uint8_t shade) {
+    ++revision_;
     if (!Valid(row, col)) return;
     auto& shades = cols_[static_cast<std::size_t>(col)].shade;
     if (shades.empty()) {
@@ -199,6 +209,7 @@ bool Grid::RowHidden(int row) const {
 }
 
 void Grid::SetRowHidden(int row, bool hidden) {
+    ++revision_;
     if (Holds(rowHidden_, row)) rowHidden_[static_cast<std::size_t>(row)] = hidden;
 }
 
@@ -207,16 +218,19 @@ int Grid::RowHeight(int row) const {
 }
 
 void Grid::SetRowHeight(int row, int height) {
+    ++revision_;
     if (Holds(rowHeight_, row)) rowHeight_[static_cast<std::size_t>(row)] = height;
 }
 
 void Grid::MoveColumn(int from, int to) {
+    ++revision_;
     if (from == to || !ValidCol(from) || !ValidCol(to)) return;
     MoveOne(cols_, from, to);
     InvalidateIndex();
 }
 
 void Grid::InsertColumn(int at) {
+    ++revision_;
     if (at < 0 || at > Cols()) return;
     Column column;
     column.cells.resize(static_cast<std::size_t>(rows_));
@@ -225,12 +239,14 @@ void Grid::InsertColumn(int at) {
 }
 
 void Grid::RemoveColumn(int col) {
+    ++revision_;
     if (!ValidCol(col)) return;
     cols_.erase(cols_.begin() + col);
     InvalidateIndex();
 }
 
 void Grid::MoveRow(int from, int to) {
+    ++revision_;
     if (from == to || !ValidRow(from) || !ValidRow(to)) return;
     if (std::min(from, to) < fixedRows_) MarkDataWritten();
     for (Column& column : cols_) {
@@ -253,6 +269,7 @@ void Grid::ApplyOrder(std::vector<T>& values, int first, const std::vector<int>&
 }
 
 void Grid::SortRows(int r1, int r2, int c1, int c2) {
+    ++revision_;
     if (r1 > r2) std::swap(r1, r2);
     if (c1 > c2) std::swap(c1, c2);
     r1 = std::max(r1, 0);

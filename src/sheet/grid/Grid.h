@@ -54,8 +54,15 @@ class Grid {
     int FixedRows() const { return fixedRows_; }
     int FixedCols() const { return fixedCols_; }
     void SetFixedRows(int n);
-    void SetFixedCols(int n) { fixedCols_ = n; }
+    void SetFixedCols(int n) {
+        ++revision_;
+        fixedCols_ = n;
+    }
     void Clear();  // no rows, no columns
+
+    // Counts the changes made through the grid (a mutable column handed out
+    // counts as one), so an owner can tell whether an operation changed anything.
+    std::uint64_t Revision() const { return revision_; }
 
     const Cell& At(int row, int col) const;
     std::string Text(int row, int col) const { return At(row, col).Text(); }
@@ -118,6 +125,7 @@ class Grid {
     int fixedRows_ = 0;
     int fixedCols_ = 0;
     int defaultRowHeight_ = 250;
+    std::uint64_t revision_ = 0;
     std::vector<Column> cols_;
     std::vector<bool> rowHidden_;
     std::vector<int> rowHeight_;

@@ -388,4 +388,8 @@ ImportResult ImportTable(Sheet& sheet, const DelimitedTable& table, std::string_
     return result;
 }
 
+void AddFormatBlock(Sheet& sheet, const FormatDef& format) {
+    AddBlock(sheet, format);
+}
+
 }  // namespace synthara::sheet

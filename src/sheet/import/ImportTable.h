@@ -31,6 +31,10 @@ struct ImportResult {
 ImportResult ImportTable(Sheet& sheet, const DelimitedTable& table, std::string_view defaultFormat,
                          std::string_view fileName);
 
+// A block of the format, made through the wizard's own steps with every role
+// on a new column, as a user who accepts the wizard's proposals gets it.
+void AddFormatBlock(Sheet& sheet, const FormatDef& format);
+
 // The type a moderator column takes from its cells: "Integer" when every
 // non-empty cell is a whole number, "Decimal" when every one is a number,
 // otherwise (and when there is none) "Categorical".

@@ -1,0 +1,158 @@
+#include "shell/Document.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "analysis/Analysis.h"
+#include "effectsize/Compute.h"
+#include "sheet/files/ProjectFile.h"
+#include "sheet/grid/MetaRows.h"
+#include "sheet/import/ImportTable.h"
+
+namespace synthara::shell {
+
+namespace {
+
+// Runs of neighbouring columns of one row as ranges.
+std::vector<CellRange> RowRuns(int row, const std::set<int>& cols) {
+    std::vector<CellRange> runs;
+    for (int col : cols) {
+        if (!runs.empty() && runs.back().lastCol + 1 == col)
+            runs.back().lastCol = col;
+        else
+            runs.push_back({row, row, col, col});
+    }
+    return runs;
+}
+
+}  // namespace
+
+Document::Document(ports::Prompter& prompter) : prompter_(prompter), sheet_(prompter) {
+    sheet_.InitializeGrid();
+}
+
+void Document::AddListener(DocumentListener& listener) {
+    if (std::find(listeners_.begin(), listeners_.end(), &listener) == listeners_.end())
+        listeners_.push_back(&listener);
+}
+
+void Document::RemoveListener(DocumentListener& listener) {
+    listeners_.erase(std::remove(listeners_.begin(), listeners_.end(), &listener),
+                     listeners_.end());
+}
+
+void Document::Notify(const SheetChange& change) {
+    // A listener may stop listening while it is told; walk a copy.
+    const std::vector<DocumentListener*> listeners = listeners_;
+    for (DocumentListener* listener : listeners)
+        listener->SheetChanged(change);
+}
+
+void Document::NotifyCells(std::vector<CellRange> ranges) {
+    if (ranges.empty()) return;
+    Notify({ChangeKind::Cells, std::move(ranges)});
+}
+
+void Document::SetDirty(bool dirty) {
+    if (project_.SheetDirty == dirty) return;
+    project_.SheetDirty = dirty;
+    const std::vector<DocumentListener*> listeners = listeners_;
+    for (DocumentListener* listener : listeners)
+        listener->DirtyChanged(dirty);
+}
+
+void Document::DirtyIfChangedSince(std::uint64_t revision) {
+    if (sheet_.flex.Revision() != revision) SetDirty(true);
+}
+
+CellRange Document::DataArea() const {
+    const int first = sheet::FixedRowCount;
+    return {first, first + dataRows_ - 1, 0, sheet_.flex.Cols() - 1};
+}
+
+bool Document::ComputeRows() {
+    if (dataRows_ <= 0) return false;
+    const std::uint64_t before = sheet_.flex.Revision();
+    effectsize::ComputeContext context{options_, prompter_};
+    int first = sheet::FixedRowCount;
+    int last = sheet::FixedRowCount + dataRows_ - 1;
+    effectsize::Compute(sheet_, first, last, context);
+    return sheet_.flex.Revision() != before;
+}
+
+void Document::ComputeAll() {
+    if (!ComputeRows()) return;
+    SetDirty(true);
+    NotifyCells({DataArea()});
+}
+
+bool Document::EditCell(int row, int col, std::string text) {
+    sheet::Grid& flex = sheet_.flex;
+    if (row < flex.FixedRows() || row >= flex.Rows() || col < flex.FixedCols() ||
+        col >= flex.Cols())
+        return false;
+    if (flex.TextIs(row, col, text)) return false;
+    if (text.empty())
+        flex.ClearCell(row, col);
+    else
+        flex.SetText(row, col, std::move(text));
+    dataRows_ = std::max(dataRows_, row - sheet::FixedRowCount + 1);
+
+    // What the computation of the row may write: its system cells, its entry
+    // cells (red marks) and every display column.
+    std::set<int> touched{col};
+    if (sheet_.MetaIs(col, sheet::MetaRow::Function, "Data Entry")) {
+        sheet_.FindFormats(row, row);
+        effectsize::ComputeContext context{options_, prompter_};
+        int first = row;
+        int last = row;
+        effectsize::Compute(sheet_, first, last, context);
+        for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
+            if (sheet_.MetaIs(c, sheet::MetaRow::Function, "Data Entry") ||
+                sheet_.MetaIs(c, sheet::MetaRow::Function, "Display"))
+                touched.insert(c);
+        }
+        for (int c :
+             {sheet_.FormatCol(), sheet_.MergeTypeCol(), sheet_.NickNameCol(), sheet_.ErrorCol()})
+            if (c >= 0) touched.insert(c);
+    }
+    SetDirty(true);
+    std::vector<CellRange> ranges{{row, row, col, col}};
+    for (const CellRange& run : RowRuns(row, touched))
+        if (!(run.firstCol == col && run.lastCol == col)) ranges.push_back(run);
+    NotifyCells(std::move(ranges));
+    return true;
+}
+
+bool Document::AddBlock(std::string_view format) {
+    const sheet::FormatDef* def = sheet::FindFormatByAnyName(format);
+    if (def == nullptr) return false;
+    sheet::AddFormatBlock(sheet_, *def);
+    sheet_.FindCols();
+    SetDirty(true);
+    Notify({ChangeKind::Structure, {}});
+    return true;
+}
+
+analysis::ComputeStatus Document::RunAnalyses(analysis::Analysis& analysis) {
+    const std::uint64_t before = sheet_.flex.Revision();
+    const analysis::ComputeStatus status = analysis::RunAnalyses(sheet_, analysis);
+    // The check's "Blank" cells, red marks and sequence numbers stay in the sheet.
+    if (sheet_.flex.Revision() != before) {
+        DirtyIfChangedSince(before);
+        NotifyCells({DataArea()});
+    }
+    return status;
+}
+
+sheet::FileResult Document::Save(const std::filesystem::path& path) {
+    const sheet::FileResult saved = sheet::SaveProjectFile(sheet_, path);
+    if (!saved.ok) return saved;
+    project_.CurrentFilePath = path.string();
+    project_.CurrentFileTitle = path.filename().string();
+    SetDirty(false);
+    return saved;
+}
+
+}  // namespace synthara::shell

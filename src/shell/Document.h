@@ -1,0 +1,104 @@
+#pragma once
+// The open project: one sheet with its file state and computation options,
+// owned here and shared by every face of the program. The desktop's views and
+// the command line read the sheet through it and change it only through its
+// operations, each of which computes what the change calls for and tells the
+// listeners what it touched.
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/Analysis.h"
+#include "effectsize/WorkingSet.h"
+#include "ports/Prompter.h"
+#include "sheet/files/Project.h"
+#include "sheet/grid/Sheet.h"
+#include "shell/SheetChange.h"
+
+namespace synthara::shell {
+
+// How a file is read into the project.
+struct OpenSettings {
+    // The format (long or short name) of text rows that name none; "" for none.
+    std::string defaultFormat;
+};
+
+enum class OpenStatus {
+    Opened,
+    UnknownFormat,  // the default format names no format
+    NoFormat,       // a text row has no format and no default was given
+    Refused,        // the file can't be read; `message` says why
+};
+
+struct OpenOutcome {
+    OpenStatus status = OpenStatus::Refused;
+    std::string message;
+    bool ok() const { return status == OpenStatus::Opened; }
+};
+
+class Document {
+  public:
+    explicit Document(ports::Prompter& prompter);
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    const sheet::Sheet& Sheet() const { return sheet_; }
+    const sheet::OpenProject& Project() const { return project_; }
+    const effectsize::ComputeOptions& Options() const { return options_; }
+    ports::Prompter& Prompts() { return prompter_; }
+
+    // Reads a delimited text file (.csv, .tsv, .txt) or a project or template
+    // into a new sheet, takes the computation options it stores and computes
+    // every row. On failure the open project is exactly as it was.
+    OpenOutcome Open(const std::filesystem::path& path, const OpenSettings& settings = {});
+
+    // The data rows from the first to the last one that holds anything; the
+    // blank lines of a text file are counted where they stood.
+    int DataRows() const { return dataRows_; }
+
+    // Computes every data row with the project's options.
+    void ComputeAll();
+
+    // The user types `text` into a data cell. An entry cell gives its row a
+    // format if it has none and the row is computed again. False, and nothing
+    // said, when the cell is not a data cell or already reads so.
+    bool EditCell(int row, int col, std::string text);
+
+    // A data-entry block of the format (long or short name), with its display
+    // columns, as the wizard makes it. False for an unknown name.
+    bool AddBlock(std::string_view format);
+
+    // "Run analyses": the sheet check, then the analysis. The check may write
+    // "Blank" into empty identifying cells and paint faults red.
+    analysis::ComputeStatus RunAnalyses(analysis::Analysis& analysis);
+
+    // Writes the project (.syn) or template (.syt); a success makes the
+    // project clean under that name.
+    sheet::FileResult Save(const std::filesystem::path& path);
+
+    bool Dirty() const { return project_.SheetDirty; }
+
+    void AddListener(DocumentListener& listener);
+    void RemoveListener(DocumentListener& listener);
+
+  private:
+    // Computes every data row; true when any cell changed.
+    bool ComputeRows();
+    void Notify(const SheetChange& change);
+    void NotifyCells(std::vector<CellRange> ranges);
+    void SetDirty(bool dirty);
+    // Marks the project changed when the grid was written since `revision`.
+    void DirtyIfChangedSince(std::uint64_t revision);
+    // The data rows in use, first to last; last < first when there are none.
+    CellRange DataArea() const;
+
+    ports::Prompter& prompter_;
+    sheet::Sheet sheet_;
+    sheet::OpenProject project_;
+    effectsize::ComputeOptions options_;
+    int dataRows_ = 0;
+    std::vector<DocumentListener*> listeners_;
+};
+
+}  // namespace synthara::shell

@@ -1,0 +1,94 @@
+// Opening a file into the project: a delimited text becomes a sheet as the
+// wizard and typing would make it; a project or template is read whole.
+#include <utility>
+
+#include "sheet/files/ProjectFile.h"
+#include "sheet/files/SheetFormat.h"
+#include "sheet/import/DelimitedText.h"
+#include "sheet/import/ImportTable.h"
+#include "shell/Document.h"
+#include "shell/FileKinds.h"
+
+namespace synthara::shell {
+
+namespace {
+
+// Every row from the first data row to the last one holding anything.
+int DataRowsOf(const sheet::Sheet& sheet) {
+    const int last = sheet.GetLastRow();
+    if (last == sheet::FixedRowCount && sheet.isRowEmpty(last)) return 0;
+    return last - sheet::FixedRowCount + 1;
+}
+
+effectsize::ComputeOptions StoredOptions(const sheet::Sheet& sheet) {
+    // The options travel with the project; an imported table has the defaults.
+    const sheet::StoredNumbers stored = sheet::ReadStoredNumbers(sheet);
+    return {stored.ImputedR, stored.FudgeFactor, stored.PoolVarianceMethod, stored.GVarianceMethod};
+}
+
+std::string LowerExtension(const std::filesystem::path& path) {
+    std::string ext = path.extension().string();
+    for (auto& c : ext)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    return ext;
+}
+
+}  // namespace
+
+bool IsProjectFile(const std::filesystem::path& path) {
+    const std::string ext = LowerExtension(path);
+    return ext == ".syn" || ext == ".syt";
+}
+
+bool IsTemplateFile(const std::filesystem::path& path) {
+    return LowerExtension(path) == ".syt";
+}
+
+OpenOutcome Document::Open(const std::filesystem::path& path, const OpenSettings& settings) {
+    if (!settings.defaultFormat.empty() &&
+        sheet::FindFormatByAnyName(settings.defaultFormat) == nullptr)
+        return {OpenStatus::UnknownFormat, {}};
+
+    // The new sheet is built aside and taken only when the whole file was read.
+    sheet::Sheet fresh(prompter_);
+    fresh.InitializeGrid();
+    sheet::OpenProject project;
+    int dataRows = 0;
+    const std::string name = path.string();
+    if (IsProjectFile(path)) {
+        const sheet::FileResult loaded = sheet::LoadProjectFile(fresh, path);
+        if (!loaded.ok) return {OpenStatus::Refused, name + ": " + loaded.message};
+        dataRows = DataRowsOf(fresh);
+        if (IsTemplateFile(path)) {
+            project.CurrentTemplatePath = name;
+        } else {
+            project.CurrentFilePath = name;
+            project.CurrentFileTitle = path.filename().string();
+        }
+    } else {
+        const sheet::DelimitedResult text = sheet::ReadDelimitedFile(name);
+        if (!text.ok) return {OpenStatus::Refused, text.Describe(name)};
+        const sheet::ImportResult imported =
+            sheet::ImportTable(fresh, text.table, settings.defaultFormat, name);
+        if (!imported.ok)
+            return {imported.optionFault ? OpenStatus::NoFormat : OpenStatus::Refused,
+                    imported.message};
+        dataRows = imported.dataRows;
+        // Rows typed in from a file are unsaved work.
+        project.SheetDirty = true;
+    }
+
+    sheet_ = std::move(fresh);
+    project_ = std::move(project);
+    options_ = StoredOptions(sheet_);
+    dataRows_ = dataRows;
+    ComputeRows();
+    sheet_.FindCols();
+    Notify({ChangeKind::Reset, {}});
+    const std::vector<DocumentListener*> listeners = listeners_;
+    for (DocumentListener* listener : listeners)
+        listener->DirtyChanged(project_.SheetDirty);
+    return {OpenStatus::Opened, {}};
+}
+
+}  // namespace synthara::shell
