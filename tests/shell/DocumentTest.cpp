@@ -1,0 +1,159 @@
+// The open project: what its listeners hear, when it is dirty, and that a
+// failed open leaves it as it was.
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "sheet/grid/MetaRows.h"
+#include "shell/Document.h"
+#include "support/ScriptedPrompter.h"
+
+namespace synthara::shell {
+namespace {
+
+using sheet::FixedRowCount;
+
+class Recorder final : public DocumentListener {
+  public:
+    void SheetChanged(const SheetChange& change) override { changes.push_back(change); }
+    void DirtyChanged(bool dirty) override { dirty_.push_back(dirty); }
+    std::vector<SheetChange> changes;
+    std::vector<bool> dirty_;
+};
+
+std::string TempFile(const std::string& name, const std::string& text = {}) {
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    const std::string path = ::testing::TempDir() + "DocumentTest." + test->name() + "-" + name;
+    if (!text.empty()) std::ofstream(path, std::ios::binary) << text;
+    return path;
+}
+
+constexpr const char* kTwoTrials =
+    "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+    "Aronson,4,123,11,139\n"
+    "Ferguson,6,306,29,303\n";
+
+class DocumentTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        const OpenOutcome opened = document.Open(TempFile("trials.csv", kTwoTrials),
+                                                 {"Events and sample size in each group"});
+        ASSERT_TRUE(opened.ok()) << opened.message;
+        document.AddListener(recorder);
+    }
+
+    int ColumnTitled(const std::string& title) const {
+        const sheet::Grid& flex = document.Sheet().flex;
+        for (int c = 0; c < flex.Cols(); ++c)
+            if (flex.Text(0, c) == title) return c;
+        return -1;
+    }
+    int DisplayCol(int index, int attr) const {
+        return document.Sheet()
+            .DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
+    }
+
+    testing::ScriptedPrompter prompter;
+    Document document{prompter};
+    Recorder recorder;
+};
+
+TEST_F(DocumentTest, EditOfAnEntryCellNotifiesTheCellAndItsRowsResults) {
+    const int row = FixedRowCount;
+    const int col = ColumnTitled("Group-A Events");
+    ASSERT_GE(col, 0);
+    const int oddsPoint = DisplayCol(2, sheet::AttrPoint);
+    ASSERT_GT(oddsPoint, 0);
+    const double before = document.Sheet().flex.At(row, oddsPoint).Number();
+
+    ASSERT_TRUE(document.EditCell(row, col, "8"));
+    ASSERT_EQ(recorder.changes.size(), 1u);
+    const SheetChange& change = recorder.changes.front();
+    EXPECT_EQ(change.kind, ChangeKind::Cells);
+    EXPECT_EQ(change.ranges.front(), (CellRange{row, row, col, col}));
+    // Every display cell of the row is covered, and nothing of other rows.
+    const auto covered = [&](int r, int c) {
+        for (const CellRange& range : change.ranges)
+            if (range.Contains(r, c)) return true;
+        return false;
+    };
+    for (int attr = sheet::AttrPoint; attr <= sheet::AttrFormula; ++attr) {
+        EXPECT_TRUE(covered(row, DisplayCol(1, attr))) << attr;
+        EXPECT_FALSE(covered(row + 1, DisplayCol(1, attr))) << attr;
+    }
+    EXPECT_NE(document.Sheet().flex.At(row, oddsPoint).Number(), before);
+    EXPECT_TRUE(document.Dirty());
+
+    // The same text again changes nothing and says nothing.
+    EXPECT_FALSE(document.EditCell(row, col, "8"));
+    EXPECT_EQ(recorder.changes.size(), 1u);
+    // Metadata rows are not data cells.
+    EXPECT_FALSE(document.EditCell(0, col, "New title"));
+}
+
+TEST_F(DocumentTest, AddingABlockIsAStructureChange) {
+    const int colsBefore = document.Sheet().flex.Cols();
+    EXPECT_FALSE(document.AddBlock("No such format"));
+    EXPECT_TRUE(recorder.changes.empty());
+
+    ASSERT_TRUE(document.AddBlock("Events and non-events in each group"));
+    ASSERT_EQ(recorder.changes.size(), 1u);
+    EXPECT_EQ(recorder.changes.front().kind, ChangeKind::Structure);
+    EXPECT_GT(document.Sheet().flex.Cols(), colsBefore);
+    EXPECT_GE(ColumnTitled("Group-A Non-events"), 0);
+    EXPECT_TRUE(document.Dirty());
+}
+
+TEST_F(DocumentTest, SavingMakesItCleanAndReopeningGivesTheSameResults) {
+    ASSERT_TRUE(document.Dirty());  // rows read from text are unsaved work
+    const std::string path = TempFile("saved.syn");
+    ASSERT_TRUE(document.Save(path).ok);
+    EXPECT_FALSE(document.Dirty());
+    EXPECT_EQ(recorder.dirty_, std::vector<bool>{false});
+    EXPECT_EQ(document.Project().CurrentFilePath, path);
+
+    Document reopened(prompter);
+    ASSERT_TRUE(reopened.Open(path).ok());
+    EXPECT_FALSE(reopened.Dirty());
+    EXPECT_EQ(reopened.DataRows(), 2);
+    const int point = DisplayCol(1, sheet::AttrPoint);
+    for (int row = FixedRowCount; row < FixedRowCount + 2; ++row)
+        EXPECT_EQ(reopened.Sheet().flex.At(row, point).Number(),
+                  document.Sheet().flex.At(row, point).Number());
+}
+
+TEST_F(DocumentTest, AFailedOpenLeavesTheProjectAsItWas) {
+    const int cols = document.Sheet().flex.Cols();
+    const std::string firstStudy =
+        document.Sheet().flex.Text(FixedRowCount, ColumnTitled("Study name"));
+
+    EXPECT_EQ(document.Open(TempFile("missing.syn")).status, OpenStatus::Refused);
+    EXPECT_EQ(document
+                  .Open(TempFile("no-study.csv", "Group-A Events\n1\n"),
+                        {"Events and sample size in each group"})
+                  .status,
+              OpenStatus::Refused);
+    EXPECT_EQ(document.Open(TempFile("a.csv", kTwoTrials), {"No such format"}).status,
+              OpenStatus::UnknownFormat);
+    EXPECT_EQ(document.Open(TempFile("b.csv", kTwoTrials)).status, OpenStatus::NoFormat);
+
+    EXPECT_TRUE(recorder.changes.empty());
+    EXPECT_EQ(document.Sheet().flex.Cols(), cols);
+    EXPECT_EQ(document.Sheet().flex.Text(FixedRowCount, ColumnTitled("Study name")), firstStudy);
+    EXPECT_EQ(document.DataRows(), 2);
+}
+
+TEST_F(DocumentTest, OpeningTellsListenersOfANewSheet) {
+    ASSERT_TRUE(
+        document.Open(TempFile("again.csv", kTwoTrials), {"Events and sample size in each group"})
+            .ok());
+    ASSERT_EQ(recorder.changes.size(), 1u);
+    EXPECT_EQ(recorder.changes.front().kind, ChangeKind::Reset);
+    EXPECT_EQ(recorder.dirty_, std::vector<bool>{true});
+}
+
+}  // namespace
+}  // namespace synthara::shell
