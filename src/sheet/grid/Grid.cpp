@@ -33,6 +33,7 @@ void MoveOne(Vector& values, int from, int to) {
 
 void Grid::SetRows(int rows) {
     ++revision_;
+    ++structureRevision_;
     rows = std::max(rows, 0);
     const auto size = static_cast<std::size_t>(rows);
     for (Column& column : cols_) {
@@ -47,6 +48,7 @@ void Grid::SetRows(int rows) {
 
 void Grid::SetCols(int cols) {
     ++revision_;
+    ++structureRevision_;
     cols = std::max(cols, 0);
     const auto size = static_cast<std::size_t>(cols);
     if (size < cols_.size()) {
@@ -63,6 +65,7 @@ void Grid::SetCols(int cols) {
 
 void Grid::Clear() {
     ++revision_;
+    ++structureRevision_;
     rows_ = 0;
     cols_.clear();
     rowHidden_.clear();
@@ -78,6 +81,8 @@ const Cell& Grid::At(int row, int col) const {
 
 void Grid::Set(int row, int col, Cell cell) {
     ++revision_;
+    // The metadata rows say what a column is.
+    if (row < fixedRows_) ++structureRevision_;
     if (!ValidCol(col)) return;
     Column& column = cols_[static_cast<std::size_t>(col)];
     if (!Holds(column.cells, row)) return;
@@ -91,6 +96,7 @@ bool Grid::DataRowsBlank(int col) const {
 
 void Grid::SetFixedRows(int n) {
     ++revision_;
+    ++structureRevision_;
     // Rows that leave the fixed area take their metadata into the data rows.
     if (n < fixedRows_) MarkDataWritten();
     fixedRows_ = n;
@@ -111,6 +117,7 @@ void Grid::SetNumber(int row, int col, double value) {
 
 void Grid::ClearCell(int row, int col) {
     ++revision_;
+    if (row < fixedRows_) ++structureRevision_;
     Set(row, col, Cell());
 }
 
@@ -122,6 +129,7 @@ bool Grid::TextIs(int row, int col, std::string_view text) const {
 
 Column& Grid::Col(int col) {
     ++revision_;
+    ++structureRevision_;
     if (ValidCol(col)) return cols_[static_cast<std::size_t>(col)];
     detached_ = Column();
     detached_.cells.resize(static_cast<std::size_t>(rows_));
@@ -165,6 +173,7 @@ int Grid::ColIndex(std::string_view key) const {
 
 void Grid::SetColKey(int col, std::string key) {
     ++revision_;
+    ++structureRevision_;
     if (!ValidCol(col)) return;
     cols_[static_cast<std::size_t>(col)].key = std::move(key);
     InvalidateIndex();
@@ -224,6 +233,7 @@ void Grid::SetRowHeight(int row, int height) {
 
 void Grid::MoveColumn(int from, int to) {
     ++revision_;
+    ++structureRevision_;
     if (from == to || !ValidCol(from) || !ValidCol(to)) return;
     MoveOne(cols_, from, to);
     InvalidateIndex();
@@ -231,6 +241,7 @@ void Grid::MoveColumn(int from, int to) {
 
 void Grid::InsertColumn(int at) {
     ++revision_;
+    ++structureRevision_;
     if (at < 0 || at > Cols()) return;
     Column column;
     column.cells.resize(static_cast<std::size_t>(rows_));
@@ -240,6 +251,7 @@ void Grid::InsertColumn(int at) {
 
 void Grid::RemoveColumn(int col) {
     ++revision_;
+    ++structureRevision_;
     if (!ValidCol(col)) return;
     cols_.erase(cols_.begin() + col);
     InvalidateIndex();
@@ -247,6 +259,7 @@ void Grid::RemoveColumn(int col) {
 
 void Grid::MoveRow(int from, int to) {
     ++revision_;
+    ++structureRevision_;
     if (from == to || !ValidRow(from) || !ValidRow(to)) return;
     if (std::min(from, to) < fixedRows_) MarkDataWritten();
     for (Column& column : cols_) {
@@ -270,6 +283,7 @@ void Grid::ApplyOrder(std::vector<T>& values, int first, const std::vector<int>&
 
 void Grid::SortRows(int r1, int r2, int c1, int c2) {
     ++revision_;
+    ++structureRevision_;
     if (r1 > r2) std::swap(r1, r2);
     if (c1 > c2) std::swap(c1, c2);
     r1 = std::max(r1, 0);

@@ -56,6 +56,7 @@ class Grid {
     void SetFixedRows(int n);
     void SetFixedCols(int n) {
         ++revision_;
+        ++structureRevision_;
         fixedCols_ = n;
     }
     void Clear();  // no rows, no columns
@@ -63,6 +64,10 @@ class Grid {
     // Counts the changes made through the grid (a mutable column handed out
     // counts as one), so an owner can tell whether an operation changed anything.
     std::uint64_t Revision() const { return revision_; }
+    // Counts the changes of what the columns are: their number, order, keys
+    // and metadata rows, and the rows' number and order. Tables that look
+    // columns up are rebuilt when it moves.
+    std::uint64_t StructureRevision() const { return structureRevision_; }
 
     const Cell& At(int row, int col) const;
     std::string Text(int row, int col) const { return At(row, col).Text(); }
@@ -126,6 +131,7 @@ class Grid {
     int fixedCols_ = 0;
     int defaultRowHeight_ = 250;
     std::uint64_t revision_ = 0;
+    std::uint64_t structureRevision_ = 0;
     std::vector<Column> cols_;
     std::vector<bool> rowHidden_;
     std::vector<int> rowHeight_;
