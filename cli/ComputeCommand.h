@@ -5,6 +5,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include "effectsize/WorkingSet.h"
+#include "ports/Prompter.h"
 #include "sheet/grid/Sheet.h"
 #include "sheet/import/ImportTable.h"
 
@@ -18,6 +20,7 @@ struct ComputeArgs {
     std::string input;
     std::string format;
     bool json = false;
+    bool trails = false;  // each index's formula trail in the JSON
 };
 
 // Registers the subcommand; `args` receives its options when it is parsed.
@@ -25,7 +28,15 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args);
 
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err);
 
-// The rows of a computed sheet: {"rows": [{"row", "study", "format", "errors", "indices"}]}.
-nlohmann::json ComputeJson(const sheet::Sheet& sheet, const sheet::ImportResult& imported);
+// The computation options a project carries (the defaults for an imported table).
+effectsize::ComputeOptions StoredOptions(const sheet::Sheet& sheet);
+
+// The results of the imported rows, each evaluated from its entries:
+// {"rows": [{"row", "study", "format", "errors", "indices"}]}. An index is
+// listed when it is valid and the sheet has display columns for it; with
+// `trails`, each carries its "trail", lines separated by "\n".
+nlohmann::json ComputeJson(const sheet::Sheet& sheet, const sheet::ImportResult& imported,
+                           const effectsize::ComputeOptions& options, ports::Prompter& prompter,
+                           bool trails);
 
 }  // namespace synthara::cli

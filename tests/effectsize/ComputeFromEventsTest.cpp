@@ -55,7 +55,7 @@ struct Row {
             ws.EntryMissing[role] = !values[role];
             ws.EntryVals[role] = values[role].value_or(0);
         }
-        ComputeFromEvents(format, ws, context);
+        ComputeFromEvents(*sheet::FindComputedFormat(format), ws, context);
     }
     double Point(int i) const { return ws.Es(1, i); }
     std::vector<int> ValidIndices() const {

@@ -47,7 +47,7 @@ TEST(FormatCatalogue, CountsAndNamesAreUniqueAndFindable) {
         EXPECT_EQ(FindFormatByAnyName(f.shortName), &f);
         EXPECT_EQ(ProcedureFor(f.longName), f.procedure);
     }
-    for (const LegacyFormat& legacy : LegacyFormats()) {
+    for (const FormatDef& legacy : LegacyFormats()) {
         EXPECT_EQ(FindFormat(legacy.longName), nullptr) << legacy.longName;
         EXPECT_EQ(ProcedureFor(legacy.longName), legacy.procedure) << legacy.longName;
     }
