@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <ostream>
 #include <sstream>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -11,6 +13,7 @@
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
+#include "effectsize/RowResult.h"
 #include "effectsize/Trail.h"
 #include "effectsize/WorkingSet.h"
 
@@ -20,30 +23,41 @@ namespace {
 using nlohmann::json;
 using sheet::FixedRowCount;
 
-// A cell as a JSON number; null when it holds none (or nothing finite).
-json Number(const sheet::Sheet& sheet, int row, int col) {
-    if (col <= 0) return nullptr;
-    double value = 0;
-    if (!sheet.flex.At(row, col).TryNumber(value) || !std::isfinite(value)) return nullptr;
-    return value;
+// A result as a JSON number; null where the index has none, or the sheet
+// has no column to show it in.
+json Number(const std::optional<double>& value, int col) {
+    if (col <= 0 || !value || !std::isfinite(*value)) return nullptr;
+    return *value;
 }
 
-bool IsValid(const sheet::Sheet& sheet, int row, int index) {
-    const int col = sheet.DisplayColTable[static_cast<std::size_t>(index)][sheet::AttrValid];
-    double valid = 0;
-    return col > 0 && sheet.flex.At(row, col).TryNumber(valid) && valid == 1.0;
+// A trail's lines joined by "\n" (the sheet's cells end them in CR LF).
+std::string TrailLines(std::string_view trail) {
+    std::string text;
+    text.reserve(trail.size());
+    for (std::size_t i = 0; i < trail.size(); ++i) {
+        if (trail[i] != '\r')
+            text += trail[i];
+        else if (i + 1 >= trail.size() || trail[i + 1] != '\n')
+            text += '\n';
+    }
+    return text;
 }
 
-json Indices(const sheet::Sheet& sheet, int row) {
+// The row's valid indices among those the sheet has display columns for.
+json Indices(const sheet::Sheet& sheet, const effectsize::RowResult& result, bool trails) {
     json indices = json::object();
     const auto& names = sheet::IndexNameTable();
-    for (int i = 1; i <= sheet::IndexCount; ++i) {
-        const auto& name = names[static_cast<std::size_t>(i)];
-        if (name.empty() || !IsValid(sheet, row, i)) continue;
-        const auto& cols = sheet.DisplayColTable[static_cast<std::size_t>(i)];
-        indices[name] = {{"point", Number(sheet, row, cols[sheet::AttrPoint])},
-                         {"se", Number(sheet, row, cols[sheet::AttrStdErr])},
-                         {"variance", Number(sheet, row, cols[sheet::AttrVariance])}};
+    for (const effectsize::IndexResult& index : result.indices) {
+        const auto at = static_cast<std::size_t>(index.index);
+        const auto& cols = sheet.DisplayColTable[at];
+        if (!index.valid || names[at].empty() || cols[sheet::AttrPoint] <= 0 ||
+            cols[sheet::AttrValid] <= 0)
+            continue;
+        json entry = {{"point", Number(index.point, cols[sheet::AttrPoint])},
+                      {"se", Number(index.stdErr, cols[sheet::AttrStdErr])},
+                      {"variance", Number(index.variance, cols[sheet::AttrVariance])}};
+        if (trails) entry["trail"] = TrailLines(index.trail);
+        indices[names[at]] = std::move(entry);
     }
     return indices;
 }
@@ -101,23 +115,22 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     auto* cmd = app.add_subcommand("compute", "Compute every row's effect sizes");
     AddInputOptions(*cmd, args.input, args.format);
     cmd->add_flag("--json", args.json, "Print JSON");
+    cmd->add_flag("--trails", args.trails, "Add each index's formula trail to the JSON");
     return cmd;
 }
 
-json ComputeJson(const sheet::Sheet& sheet, int dataRows) {
+json ComputeJson(const sheet::Sheet& sheet, int dataRows, const effectsize::ComputeOptions& options,
+                 ports::Prompter& prompter, bool trails) {
     json rows = json::array();
-    const int formatCol = sheet.FormatCol();
-    const int errorCol = sheet.ErrorCol();
     for (int i = 0; i < dataRows; ++i) {
         const int row = FixedRowCount + i;
-        const std::string format = formatCol >= 0 ? sheet.flex.Text(row, formatCol) : "";
-        if (format.empty()) continue;  // a blank line of the file
-        const std::string errors = errorCol >= 0 ? sheet.flex.Text(row, errorCol) : "";
+        const effectsize::RowResult result = effectsize::EvaluateRow(sheet, row, options, prompter);
+        if (result.format.empty()) continue;  // a blank line of the file
         rows.push_back({{"row", i + 1},
                         {"study", StudyName(sheet, row)},
-                        {"format", format},
-                        {"errors", effectsize::SplitErrors(errors)},
-                        {"indices", Indices(sheet, row)}});
+                        {"format", result.format},
+                        {"errors", effectsize::SplitErrors(result.errors)},
+                        {"indices", Indices(sheet, result, trails)}});
     }
     return {{"rows", std::move(rows)}};
 }
@@ -127,7 +140,8 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     shell::Document document(prompter);
     if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
         return status;
-    const json result = ComputeJson(document.Sheet(), document.DataRows());
+    const json result = ComputeJson(document.Sheet(), document.DataRows(), document.Options(),
+                                    prompter, args.trails);
     if (args.json)
         out << Dump(result) << '\n';
     else

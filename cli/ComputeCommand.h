@@ -5,6 +5,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include "effectsize/WorkingSet.h"
+#include "ports/Prompter.h"
 #include "sheet/grid/Sheet.h"
 
 namespace CLI {
@@ -17,6 +19,7 @@ struct ComputeArgs {
     std::string input;
     std::string format;
     bool json = false;
+    bool trails = false;  // each index's formula trail in the JSON
 };
 
 // Registers the subcommand; `args` receives its options when it is parsed.
@@ -24,7 +27,12 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args);
 
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err);
 
-// The rows of a computed sheet: {"rows": [{"row", "study", "format", "errors", "indices"}]}.
-nlohmann::json ComputeJson(const sheet::Sheet& sheet, int dataRows);
+// The results of the opened rows, each evaluated from its entries:
+// {"rows": [{"row", "study", "format", "errors", "indices"}]}. An index is
+// listed when it is valid and the sheet has display columns for it; with
+// `trails`, each carries its "trail", lines separated by "\n".
+nlohmann::json ComputeJson(const sheet::Sheet& sheet, int dataRows,
+                           const effectsize::ComputeOptions& options, ports::Prompter& prompter,
+                           bool trails);
 
 }  // namespace synthara::cli

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <string>
 #include <vector>
 
 #include "effectsize/ComputeFromEvents.h"
+#include "effectsize/Trail.h"
 #include "sheet/catalogue/FormatCatalogue.h"
 #include "sheet/grid/Cell.h"
 
@@ -15,7 +17,7 @@ namespace synthara::effectsize {
 namespace {
 
 using sheet::Procedure;
-using ProcedureFn = void (*)(std::string_view, WorkingSet&, ComputeContext&);
+using ProcedureFn = void (*)(const sheet::FormatDef&, WorkingSet&, ComputeContext&);
 
 constexpr std::size_t kProcedureCount = static_cast<std::size_t>(Procedure::ComputePointCorr) + 1;
 
@@ -38,6 +40,23 @@ std::size_t At(int i) {
 }
 
 constexpr double kNoValue = std::numeric_limits<double>::quiet_NaN();
+
+constexpr std::string_view kNotFinite = "Cannot be computed: the result is not a finite number";
+
+// A count so small or so large that a formula overflows passes the
+// validators; its index must not then read as valid with an infinite or
+// undefined number.
+void RefuseNonFinite(WorkingSet& ws) {
+    for (int i = 1; i <= IndexCount; ++i) {
+        if (!ws.IsValid(i)) continue;
+        const bool finite =
+            std::isfinite(ws.Es(1, i)) &&
+            (!ws.HasSpread[At(i)] || (std::isfinite(ws.Es(2, i)) && std::isfinite(ws.Es(3, i))));
+        if (finite) continue;
+        ws.Es(4, i) = 0.0;
+        AddFormula(ws.EsFormula[At(i)], kNotFinite, "T");
+    }
+}
 
 // The display columns of one index; col[attr] is -1 where the sheet has none.
 struct IndexColumns {
@@ -67,7 +86,7 @@ std::vector<IndexColumns> CollectDisplayColumns(const sheet::Sheet& sheet) {
 struct RolePlan {
     bool loaded = false;
     std::string format;
-    Procedure procedure = Procedure::None;
+    const sheet::FormatDef* definition = nullptr;
     std::array<int, MaxRoles> col{};  // -1: the role has no column
     std::array<std::string, MaxRoles> labels;
 };
@@ -76,43 +95,13 @@ void LoadPlan(sheet::Sheet& sheet, std::string_view format, RolePlan& plan) {
     sheet.FindESCols(format);
     plan.loaded = true;
     plan.format.assign(format);
-    plan.procedure = sheet::ProcedureFor(format);
+    plan.definition = sheet::FindComputedFormat(format);
     for (int role = 0; role < MaxRoles; ++role) {
         const int col = sheet.EntryColCount[At(role)] > 0 ? sheet.EntryColIndex[At(role)] : 0;
         plan.col[At(role)] = col > 0 && col < sheet.flex.Cols() ? col : -1;
         plan.labels[At(role)] =
             plan.col[At(role)] > 0 ? sheet.ColumnLabel(plan.col[At(role)]) : std::string();
     }
-}
-
-// Reads the row's entries by role; true when at least one is present.
-bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
-                 WorkingSet& ws) {
-    bool any = false;
-    for (std::size_t role = 0; role < At(MaxRoles); ++role) {
-        ws.EntryVals[role] = 0;
-        ws.EntryMissing[role] = true;
-        ws.EntryText[role].clear();
-        if (roleCol[role] < 0) continue;
-        const sheet::Cell& cell = flex.At(row, roleCol[role]);
-        double value = 0;
-        bool numeric = false;
-        if (cell.IsNumber()) {
-            value = cell.Number();
-            numeric = true;
-            ws.EntryText[role] = cell.Text();
-        } else if (cell.IsText()) {
-            const std::string_view text = cell.TextView();
-            ws.EntryText[role].assign(text);
-            numeric = !text.empty() && sheet::ParseNumber(text, value);
-        }
-        if (numeric) {
-            ws.EntryVals[role] = value;
-            ws.EntryMissing[role] = false;
-            any = true;
-        }
-    }
-    return any;
 }
 
 void ClearIfSet(sheet::Grid& flex, int row, int col) {
@@ -237,14 +226,50 @@ void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, Pen
         p.labelsFormat = plan.format;
         p.ws.EntryLabels = plan.labels;
     }
-    if (ProcedureFn procedure = ProcedureOf(plan.procedure)) procedure(plan.format, p.ws, context);
+    RunProcedure(plan.definition, p.ws, context);
 }
 
 }  // namespace
 
+bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
+                 WorkingSet& ws) {
+    bool any = false;
+    for (std::size_t role = 0; role < At(MaxRoles); ++role) {
+        ws.EntryVals[role] = 0;
+        ws.EntryMissing[role] = true;
+        ws.EntryText[role].clear();
+        if (roleCol[role] < 0) continue;
+        const sheet::Cell& cell = flex.At(row, roleCol[role]);
+        double value = 0;
+        bool numeric = false;
+        if (cell.IsNumber()) {
+            value = cell.Number();
+            numeric = true;
+            ws.EntryText[role] = cell.Text();
+        } else if (cell.IsText()) {
+            const std::string_view text = cell.TextView();
+            ws.EntryText[role].assign(text);
+            numeric = !text.empty() && sheet::ParseNumber(text, value);
+        }
+        if (numeric) {
+            ws.EntryVals[role] = value;
+            ws.EntryMissing[role] = false;
+            any = true;
+        }
+    }
+    return any;
+}
+
+void RunProcedure(const sheet::FormatDef* format, WorkingSet& ws, ComputeContext& context) {
+    if (format == nullptr) return;
+    if (ProcedureFn procedure = ProcedureOf(format->procedure)) {
+        procedure(*format, ws, context);
+        RefuseNonFinite(ws);
+    }
+}
+
 void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context) {
-    if (ProcedureFn procedure = ProcedureOf(sheet::ProcedureFor(format)))
-        procedure(format, ws, context);
+    RunProcedure(sheet::FindComputedFormat(format), ws, context);
 }
 
 void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& context) {

@@ -1,6 +1,7 @@
 #pragma once
 // Row computation: reads a row's entries by role, runs the format's
 // procedure, and writes every index it yields into the display columns.
+#include <array>
 #include <string_view>
 
 #include "effectsize/WorkingSet.h"
@@ -12,9 +13,18 @@ namespace synthara::effectsize {
 // caller: firstRow by the first data row, lastRow by the grid's last row.
 void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& context);
 
-// Runs the procedure of `format` on a prepared working set. An unknown format,
-// or one whose procedure is not built yet, computes nothing.
+// Runs the format's procedure on a prepared working set, then leaves no index
+// valid whose numbers are not all finite. nullptr, or a format whose
+// procedure is not built yet, computes nothing.
+void RunProcedure(const sheet::FormatDef* format, WorkingSet& ws, ComputeContext& context);
+
+// RunProcedure for the format of that long name (legacy names included).
 void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context);
+
+// Reads a row's entries by role into `ws` from the role columns (-1: none);
+// true when at least one holds a number.
+bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
+                 WorkingSet& ws);
 
 // Gives a procedure its four working cells from the 3-by-3 table `cells`
 // (1-based: cells[1][1] is A). With addFudge and a zero product, 0.5 is added

@@ -1,7 +1,10 @@
 #include "effectsize/ComputeFromEvents.h"
 
+#include <array>
 #include <cmath>
 #include <string>
+#include <utility>
+#include <variant>
 
 #include "effectsize/Compute.h"
 #include "effectsize/EventsSteps.h"
@@ -14,80 +17,52 @@ namespace {
 
 constexpr std::string_view kAdded = "One or more cells was empty, so 0.5 was added to each cell";
 
-// What the format entered, and so how the table is built from the roles.
-enum class Layout { EventsAndN, NonEventsAndN, EventsNonEvents, RateAndN, Matched, None };
+constexpr Formula kMatchedNTot{"NTot = {NTot}/2"};
+constexpr Formula kMatchedRho{"Rho = ({NTot} * {S} - {A} * {B}) / Sqr({A} * {B} * {C} * {D})"};
+constexpr Formula kMatchedDelta{
+    "Delta = {NTot} * {NTot} * ({NTot} * {S} - {A} * {B}) / ({A} * {B} * {C} * {D})"};
+constexpr Formula kMatchedDeltaOverN{"DeltaOverN = {Delta} / {NTot}"};
 
-struct FormatKind {
-    Layout layout = Layout::None;
-    bool paired = false;
-};
-
-FormatKind Classify(std::string_view format) {
-    struct Known {
-        std::string_view name;
-        FormatKind kind;
-    };
-    static constexpr Known kKnown[] = {
-        {"Events and sample size in each group", {Layout::EventsAndN, false}},
-        {"Non-events and sample size in each group", {Layout::NonEventsAndN, false}},
-        {"Events and non-events in each group", {Layout::EventsNonEvents, false}},
-        {"Event rate and sample size in each group", {Layout::RateAndN, false}},
-        {"Events and sample size in each treatment, and external correlation",
-         {Layout::EventsAndN, true}},
-        {"Non-events and sample size in each treatment, and external correlation",
-         {Layout::NonEventsAndN, true}},
-        {"Events and non-events in each treatment, and external correlation",
-         {Layout::EventsNonEvents, true}},
-        {"Event rate and sample size in each treatment, and external correlation",
-         {Layout::RateAndN, true}},
-        {"Matched 2x2 table", {Layout::Matched, true}},
-    };
-    for (const auto& known : kKnown)
-        if (known.name == format) return known.kind;
-    return {};
-}
+constexpr Formula kExternalRho{"Rho = {Rho}"};
+constexpr Formula kExternalNTot{"NTot = ({A} + {B} + {C} + {D}) / 2"};
+constexpr Formula kExternalDeltaOverN{"DeltaOverN = ({NTot} * {Rho}) / Sqr({A} * {B} * {C} * {D})"};
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
 using events::EventsRow;
+using sheet::EventsEntry;
+using sheet::RoleKind;
 
-double Val(const EventsRow& row, int role) {
-    return row.ws.EntryVals[At(role)];
-}
-const std::string& Label(const EventsRow& row, int role) {
-    return row.ws.EntryLabels[At(role)];
-}
-
-// Validates the entries and fills the table and its trail; false when the
-// row was refused.
-bool BuildTable(EventsRow& ev, Layout layout) {
+// Validates the entries and fills the table; false when the row was refused.
+bool BuildTable(EventsRow& ev) {
     WorkingSet& ws = ev.ws;
-    switch (layout) {
-        case Layout::EventsAndN:
-            CheckEventsAndN(0, 1, ws);
-            CheckEventsAndN(2, 3, ws);
-            break;
-        case Layout::NonEventsAndN:
-            CheckNonEventsAndN(0, 1, ws);
-            CheckNonEventsAndN(2, 3, ws);
-            break;
-        case Layout::EventsNonEvents:
-            CheckEventsNonEvents(0, 1, ws);
-            CheckEventsNonEvents(2, 3, ws);
-            break;
-        case Layout::RateAndN:
-            CheckEventRateN(0, 1, ws);
-            CheckEventRateN(2, 3, ws);
-            break;
-        case Layout::Matched:
-            CheckSTUV(0, ws);
-            break;
-        case Layout::None:
-            return false;
+    const EventsEntry entry = ev.layout.entry;
+    const auto roles = sheet::TableRoles(entry);
+    // Each group's pair of roles goes through the same validator, group A first.
+    for (std::size_t first : {0u, 2u}) {
+        const int count = ev.Role(roles[first]), other = ev.Role(roles[first + 1]);
+        switch (entry) {
+            case EventsEntry::EventsAndN:
+                CheckEventsAndN(count, other, ws);
+                break;
+            case EventsEntry::NonEventsAndN:
+                CheckNonEventsAndN(count, other, ws);
+                break;
+            case EventsEntry::EventsAndNonEvents:
+                CheckEventsNonEvents(count, other, ws);
+                break;
+            case EventsEntry::RateAndN:
+                CheckEventRateN(count, other, ws);
+                break;
+            case EventsEntry::MatchedPairs:
+                if (first == 0) CheckSTUV(ev.Role(RoleKind::PairsBothEvents), ws);
+                break;
+        }
     }
-    if (ev.paired && layout != Layout::Matched) CheckR(4, ws);
+    if (sheet::NeedsExternalCorrelation(ev.layout))
+        CheckR(ev.Role(RoleKind::ExternalCorrelation), ws);
     if (!ws.RowErrors.empty()) return false;
 
     auto& c = ev.cells;
@@ -97,32 +72,36 @@ bool BuildTable(EventsRow& ev, Layout layout) {
     double& D = c[2][2];
     double& N1 = c[1][3];
     double& N2 = c[2][3];
-    switch (layout) {
-        case Layout::EventsAndN:
-            A = Val(ev, 0), N1 = Val(ev, 1), C = Val(ev, 2), N2 = Val(ev, 3);
+    switch (entry) {
+        case EventsEntry::EventsAndN:
+            A = ev.Value(RoleKind::EventsA), N1 = ev.Value(RoleKind::TotalNA);
+            C = ev.Value(RoleKind::EventsB), N2 = ev.Value(RoleKind::TotalNB);
             B = N1 - A, D = N2 - C;
             break;
-        case Layout::NonEventsAndN:
-            B = Val(ev, 0), N1 = Val(ev, 1), D = Val(ev, 2), N2 = Val(ev, 3);
+        case EventsEntry::NonEventsAndN:
+            B = ev.Value(RoleKind::NonEventsA), N1 = ev.Value(RoleKind::TotalNA);
+            D = ev.Value(RoleKind::NonEventsB), N2 = ev.Value(RoleKind::TotalNB);
             A = N1 - B, C = N2 - D;
             break;
-        case Layout::EventsNonEvents:
-            A = Val(ev, 0), B = Val(ev, 1), C = Val(ev, 2), D = Val(ev, 3);
+        case EventsEntry::EventsAndNonEvents:
+            A = ev.Value(RoleKind::EventsA), B = ev.Value(RoleKind::NonEventsA);
+            C = ev.Value(RoleKind::EventsB), D = ev.Value(RoleKind::NonEventsB);
             N1 = A + B, N2 = C + D;
             break;
-        case Layout::RateAndN:
+        case EventsEntry::RateAndN:
             // A rate is a proportion and the cells keep its fractions.
-            N1 = Val(ev, 1), A = Val(ev, 0) * N1, B = N1 - A;
-            N2 = Val(ev, 3), C = Val(ev, 2) * N2, D = N2 - C;
+            N1 = ev.Value(RoleKind::TotalNA), A = ev.Value(RoleKind::RateA) * N1, B = N1 - A;
+            N2 = ev.Value(RoleKind::TotalNB), C = ev.Value(RoleKind::RateB) * N2, D = N2 - C;
             break;
-        case Layout::Matched: {
-            const double S = Val(ev, 0), T = Val(ev, 1), U = Val(ev, 2), V = Val(ev, 3);
+        case EventsEntry::MatchedPairs: {
+            const double S = ev.Value(RoleKind::PairsBothEvents);
+            const double T = ev.Value(RoleKind::PairsOnlyA);
+            const double U = ev.Value(RoleKind::PairsOnlyB);
+            const double V = ev.Value(RoleKind::PairsBothNonEvents);
             A = S + T, B = S + U, C = U + V, D = T + V;
             N1 = A + B, N2 = C + D;
             break;
         }
-        case Layout::None:
-            break;
     }
     c[3][1] = A + C;
     c[3][2] = B + D;
@@ -135,78 +114,89 @@ void MatchedCellsTrail(EventsRow& ev) {
     const auto& c = ev.cells;
     AddFormula(t, "Cells in matched 2x2 table (event pairs)", "A");
     AddFormula(t, "Where cells are given as", "T");
-    static constexpr std::string_view kPairs[] = {"S = ", "T = ", "U = ", "V = "};
-    for (int role = 0; role < 4; ++role)
-        AddStep(t, {kPairs[role], Label(ev, role), " = ", G1(Val(ev, role))});
+    static constexpr std::pair<std::string_view, RoleKind> kPairs[] = {
+        {"S = ", RoleKind::PairsBothEvents},
+        {"T = ", RoleKind::PairsOnlyA},
+        {"U = ", RoleKind::PairsOnlyB},
+        {"V = ", RoleKind::PairsBothNonEvents},
+    };
+    for (const auto& [symbol, kind] : kPairs)
+        AddStep(t, {symbol, ev.Label(kind), " = ", G1(ev.Value(kind))});
     AddFormula(t, "And may be reconfigured as", "T");
-    const std::string S = G1(Val(ev, 0)), T = G1(Val(ev, 1)), U = G1(Val(ev, 2)),
-                      V = G1(Val(ev, 3));
+    const std::string S = G1(ev.Value(RoleKind::PairsBothEvents)),
+                      T = G1(ev.Value(RoleKind::PairsOnlyA)),
+                      U = G1(ev.Value(RoleKind::PairsOnlyB)),
+                      V = G1(ev.Value(RoleKind::PairsBothNonEvents));
     AddStep(t, {"A = S + T = ", S, " + ", T, " = ", G1(c[1][1])});
     AddStep(t, {"B = S + U = ", S, " + ", U, " = ", G1(c[1][2])});
     AddStep(t, {"C = U + V = ", U, " + ", V, " = ", G1(c[2][1])});
     AddStep(t, {"D = T + V = ", T, " + ", V, " = ", G1(c[2][2])});
 }
 
-void CellsTrail(EventsRow& ev, Layout layout) {
+// How each cell arises from the roles; a cell entered as it is shows no result.
+struct CellLine {
+    Formula formula;
+    bool computed;
+};
+using CellLines = std::array<CellLine, 4>;
+
+constexpr CellLines CellLinesOf(EventsEntry entry) {
+    switch (entry) {
+        case EventsEntry::EventsAndN:
+            return {{{Formula{"A = {EventsA}"}, false},
+                     {Formula{"B = {TotalNA} - {A}"}, true},
+                     {Formula{"C = {EventsB}"}, false},
+                     {Formula{"D = {TotalNB} - {C}"}, true}}};
+        case EventsEntry::NonEventsAndN:
+            return {{{Formula{"A = {TotalNA} - {B}"}, true},
+                     {Formula{"B = {NonEventsA}"}, false},
+                     {Formula{"C = {TotalNB} - {D}"}, true},
+                     {Formula{"D = {NonEventsB}"}, false}}};
+        case EventsEntry::EventsAndNonEvents:
+            return {{{Formula{"A = {EventsA}"}, false},
+                     {Formula{"B = {NonEventsA}"}, false},
+                     {Formula{"C = {EventsB}"}, false},
+                     {Formula{"D = {NonEventsB}"}, false}}};
+        case EventsEntry::RateAndN:
+        case EventsEntry::MatchedPairs:
+            break;
+    }
+    return {{{Formula{"A = {RateA} * {TotalNA}"}, true},
+             {Formula{"B = {TotalNA} - {A}"}, true},
+             {Formula{"C = {RateB} * {TotalNB}"}, true},
+             {Formula{"D = {TotalNB} - {C}"}, true}}};
+}
+
+void CellsTrail(EventsRow& ev) {
     std::string& t = ev.head;
     t.reserve(1024);
-    if (layout == Layout::Matched) {
+    if (ev.layout.entry == EventsEntry::MatchedPairs) {
         MatchedCellsTrail(ev);
         return;
     }
     const auto& c = ev.cells;
-    const double A = c[1][1], B = c[1][2], C = c[2][1], D = c[2][2], N1 = c[1][3], N2 = c[2][3];
+    const double A = c[1][1], B = c[1][2], C = c[2][1], D = c[2][2];
+    const std::string a = G1(A), b = G1(B), cText = G1(C), d = G1(D), n1 = G1(c[1][3]),
+                      n2 = G1(c[2][3]), rateA = G1(ev.Value(RoleKind::RateA)),
+                      rateB = G1(ev.Value(RoleKind::RateB));
+    // Symbolic lines name the roles by their columns' labels.
+    const Slots labels{
+        {"EventsA", ev.Label(RoleKind::EventsA)}, {"NonEventsA", ev.Label(RoleKind::NonEventsA)},
+        {"TotalNA", ev.Label(RoleKind::TotalNA)}, {"RateA", ev.Label(RoleKind::RateA)},
+        {"EventsB", ev.Label(RoleKind::EventsB)}, {"NonEventsB", ev.Label(RoleKind::NonEventsB)},
+        {"TotalNB", ev.Label(RoleKind::TotalNB)}, {"RateB", ev.Label(RoleKind::RateB)}};
+    const Slots values{{"A", a},           {"B", b},          {"C", cText},    {"D", d},
+                       {"EventsA", a},     {"NonEventsA", b}, {"TotalNA", n1}, {"RateA", rateA},
+                       {"EventsB", cText}, {"NonEventsB", d}, {"TotalNB", n2}, {"RateB", rateB}};
+    const CellLines lines = CellLinesOf(ev.layout.entry);
     AddFormula(t, "Cells in 2x2 table", "A");
     AddFormula(t, "Where cells are given as", "T");
-    switch (layout) {
-        case Layout::EventsAndN:
-            AddStep(t, {"A = ", Label(ev, 0)});
-            AddStep(t, {"B = ", Label(ev, 1), " - A"});
-            AddStep(t, {"C = ", Label(ev, 2)});
-            AddStep(t, {"D = ", Label(ev, 3), " - C"});
-            AddFormula(t, "", "S");
-            AddStep(t, {"A = ", G1(A)});
-            AddStep(t, {"B = ", G1(N1), " - ", G1(A), " = ", G1(B)});
-            AddStep(t, {"C = ", G1(C)});
-            AddStep(t, {"D = ", G1(N2), " - ", G1(C), " = ", G1(D)});
-            break;
-        case Layout::NonEventsAndN:
-            AddStep(t, {"A = ", Label(ev, 1), " - B"});
-            AddStep(t, {"B = ", Label(ev, 0)});
-            AddStep(t, {"C = ", Label(ev, 3), " - D"});
-            AddStep(t, {"D = ", Label(ev, 2)});
-            AddFormula(t, "", "S");
-            AddStep(t, {"A = ", G1(N1), " - ", G1(B), " = ", G1(A)});
-            AddStep(t, {"B = ", G1(B)});
-            AddStep(t, {"C = ", G1(N2), " - ", G1(D), " = ", G1(C)});
-            AddStep(t, {"D = ", G1(D)});
-            break;
-        case Layout::EventsNonEvents:
-            AddStep(t, {"A = ", Label(ev, 0)});
-            AddStep(t, {"B = ", Label(ev, 1)});
-            AddStep(t, {"C = ", Label(ev, 2)});
-            AddStep(t, {"D = ", Label(ev, 3)});
-            AddFormula(t, "", "S");
-            AddStep(t, {"A = ", G1(A)});
-            AddStep(t, {"B = ", G1(B)});
-            AddStep(t, {"C = ", G1(C)});
-            AddStep(t, {"D = ", G1(D)});
-            break;
-        case Layout::RateAndN:
-            AddStep(t, {"A = ", Label(ev, 0), " * ", Label(ev, 1)});
-            AddStep(t, {"B = ", Label(ev, 1), " - A"});
-            AddStep(t, {"C = ", Label(ev, 2), " * ", Label(ev, 3)});
-            AddStep(t, {"D = ", Label(ev, 3), " - C"});
-            AddFormula(t, "", "S");
-            AddStep(t, {"A = ", G1(Val(ev, 0)), " * ", G1(N1), " = ", G1(A)});
-            AddStep(t, {"B = ", G1(N1), " - ", G1(A), " = ", G1(B)});
-            AddStep(t, {"C = ", G1(Val(ev, 2)), " * ", G1(N2), " = ", G1(C)});
-            AddStep(t, {"D = ", G1(N2), " - ", G1(C), " = ", G1(D)});
-            break;
-        case Layout::Matched:
-        case Layout::None:
-            break;
-    }
+    for (const CellLine& line : lines)
+        line.formula.AddSymbols(t, &labels);
+    AddFormula(t, "", "S");
+    const std::string_view results[] = {a, b, cText, d};
+    for (std::size_t k = 0; k < lines.size(); ++k)
+        lines[k].formula.AddNumbers(t, values, lines[k].computed ? results[k] : "");
 }
 
 // The raw counts of the table, whatever follows.
@@ -232,28 +222,28 @@ void MatchedCorrelation(EventsRow& ev) {
     ev.Restore(A, B, C, D, true, added);
     std::string& t = ev.head;
     const double nTot = (A + B + C + D) / 2;
-    double S = Val(ev, 0);
+    double S = ev.Value(RoleKind::PairsBothEvents);
     if (added) S += 0.25;
     const double product = A * B * C * D;
     const double rho = (nTot * S - A * B) / std::sqrt(product);
     const double delta = nTot * nTot * (nTot * S - A * B) / product;
     ev.deltaOverN = delta / nTot;
-    AddFormula(t, "NTot = NTot/2", "S");
-    AddFormula(t, "Rho = (NTot * S - A * B) / Sqr(A * B * C * D)", "S");
-    AddFormula(t, "Delta = NTot * NTot * (NTot * S - A * B) / (A * B * C * D)", "S");
-    AddFormula(t, "DeltaOverN = Delta / NTot", "S");
+    for (const Formula* f : {&kMatchedNTot, &kMatchedRho, &kMatchedDelta, &kMatchedDeltaOverN})
+        f->AddSymbols(t);
     AddFormula(t, "", "S");
     if (added) {
         AddFormula(t, kAdded, "S");
         AddFormula(t, "for computation of Rho and DeltaOverN", "S");
     }
-    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), n = G1(nTot), s = G1(S);
-    AddStep(t, {"NTot = ", G1(nTot * 2), "/2 = ", n});
-    AddStep(t, {"Rho = (", n, " * ", s, " - ", a, " * ", b, ") / Sqr(", a, " * ", b, " * ", c,
-                " * ", d, ") = ", G3(rho)});
-    AddStep(t, {"Delta = ", n, " * ", n, " * (", n, " * ", s, " - ",  a,        " * ", b,
-                ") / (",    a, " * ", b, " * ",  c, " * ", d, ") = ", G3(delta)});
-    AddStep(t, {"DeltaOverN = ", G3(delta), " / ", n, " = ", G3(ev.deltaOverN)});
+    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), n = G1(nTot), s = G1(S),
+                      deltaText = G3(delta);
+    const Slots values{
+        {"A", a}, {"B", b}, {"C", c}, {"D", d}, {"S", s}, {"NTot", n}, {"Delta", deltaText}};
+    // The pairs count each subject twice; the first line shows the count before halving.
+    kMatchedNTot.AddNumbers(t, Slots{{{"NTot", G1(nTot * 2)}}}, n);
+    kMatchedRho.AddNumbers(t, values, G3(rho));
+    kMatchedDelta.AddNumbers(t, values, deltaText);
+    kMatchedDeltaOverN.AddNumbers(t, values, G3(ev.deltaOverN));
 }
 
 // The correlation the user entered for the two treatments.
@@ -263,48 +253,51 @@ void ExternalCorrelation(EventsRow& ev) {
     ev.Restore(A, B, C, D, true, added);
     std::string& t = ev.head;
     const double nTot = (A + B + C + D) / 2;
-    const double rho = Val(ev, 4);
+    const double rho = ev.Value(RoleKind::ExternalCorrelation);
     ev.deltaOverN = (rho * nTot) / std::sqrt(A * B * C * D);
-    AddFormula(t, "Rho = External correlation", "S");
+    const Slots names{{"Rho", "External correlation"}};
+    kExternalRho.AddSymbols(t, &names);
     AddFormula(t, "", "S");
-    AddFormula(t, "NTot = (A + B + C + D) / 2", "S");
-    AddFormula(t, "DeltaOverN = (NTot * Rho) / Sqr(A * B * C * D)", "S");
+    kExternalNTot.AddSymbols(t);
+    kExternalDeltaOverN.AddSymbols(t);
     if (added) {
         AddFormula(t, kAdded, "S");
         AddFormula(t, "for computation of Rho and DeltaOverN", "S");
     }
-    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D);
-    AddStep(t, {"Rho = ", G3(rho)});
-    AddStep(t, {"NTot = (", a, " + ", b, " + ", c, " + ", d, ") / 2 = ", G1(nTot)});
-    AddStep(t, {"DeltaOverN = (", G1(nTot), " * ", G3(rho), ") / Sqr(", a, " * ", b, " * ", c,
-                " * ", d, ") = ", G3(ev.deltaOverN)});
+    const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), n = G1(nTot), r = G3(rho);
+    const Slots values{{"A", a}, {"B", b}, {"C", c}, {"D", d}, {"NTot", n}, {"Rho", r}};
+    kExternalRho.AddNumbers(t, values);
+    kExternalNTot.AddNumbers(t, values, n);
+    kExternalDeltaOverN.AddNumbers(t, values, G3(ev.deltaOverN));
 }
 
 }  // namespace
 
-void ComputeFromEvents(std::string_view format, WorkingSet& ws, ComputeContext& context) {
+void ComputeFromEvents(const sheet::FormatDef& format, WorkingSet& ws, ComputeContext& context) {
     static constexpr int kTrails[] = {1,  2, 23, 24, 25, 26, 27, 28, 29,
                                       30, 3, 4,  9,  13, 12, 14, 15, 16};
     for (int index : kTrails)
         ws.EsFormula[At(index)].clear();
     ws.RowErrors.clear();
-    for (int role = 0; role < 4; ++role)
-        if (ws.EntryMissing[At(role)])
-            AddErr(ws.RowErrors, "One of the required values is missing");
-    if (!ws.RowErrors.empty()) return;
-
-    const FormatKind kind = Classify(format);
-    if (kind.layout == Layout::None) {
+    const auto* layout = std::get_if<sheet::EventsLayout>(&format.layout);
+    if (layout == nullptr) {
         // A name routed here that has no table of its own: say so and leave
         // every index invalid rather than compute from empty cells.
         context.prompter.Message(ports::Box{"Error", {"Error"}, ports::Icon::None});
         return;
     }
-    EventsRow row(ws, context, kind.paired);
-    if (!BuildTable(row, kind.layout)) return;
-    CellsTrail(row, kind.layout);
+    for (RoleKind kind : sheet::TableRoles(layout->entry)) {
+        const int role = format.RoleOf(kind);
+        if (role < 0 || ws.EntryMissing[At(role)])
+            AddErr(ws.RowErrors, "One of the required values is missing");
+    }
+    if (!ws.RowErrors.empty()) return;
+
+    EventsRow row(format, *layout, ws, context);
+    if (!BuildTable(row)) return;
+    CellsTrail(row);
     StoreCounts(row);
-    if (kind.layout == Layout::Matched)
+    if (layout->entry == EventsEntry::MatchedPairs)
         MatchedCorrelation(row);
     else if (row.paired)
         ExternalCorrelation(row);

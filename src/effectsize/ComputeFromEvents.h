@@ -1,11 +1,11 @@
 #pragma once
 // Two-group event data: the 2-by-2 table and every index it yields.
-#include <string_view>
-
 #include "effectsize/WorkingSet.h"
 
 namespace synthara::effectsize {
 
-void ComputeFromEvents(std::string_view format, WorkingSet& ws, ComputeContext& context);
+// Reads the roles by their meaning in `format`; a format without a two-group
+// event layout shows the "Error" box and computes nothing.
+void ComputeFromEvents(const sheet::FormatDef& format, WorkingSet& ws, ComputeContext& context);
 
 }  // namespace synthara::effectsize

@@ -1,6 +1,7 @@
 #include "effectsize/EventsSteps.h"
 
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
 #include "effectsize/Trail.h"
@@ -27,7 +28,71 @@ void TitledNote(std::string& trail, const std::string* head, std::string_view ti
     AddFormula(trail, step, "S");
 }
 
+void AddSymbols(std::string& trail, std::initializer_list<const Formula*> formulas) {
+    for (const Formula* formula : formulas)
+        formula->AddSymbols(trail);
+}
+
+constexpr Formula kLogOdds{"LogOddsRatio = Log(({A} * {D}) / ({B} * {C}))"};
+constexpr Formula kLogOddsVariance{"LogOddsVariance = (1 / {A} + 1 / {B} + 1 / {C} + 1 / {D})"};
+constexpr Formula kPairedLogOddsVariance{
+    "LogOddsVariance = (1 / {A} + 1 / {B} + 1 / {C} + 1 / {D}) - 2 * {DeltaOverN}"};
+constexpr Formula kLogOddsSE{"LogOddsSE = Sqr({LogOddsVariance})"};
+constexpr Formula kOddsRatio{"OddsRatio = Exp({LogOddsRatio})"};
+
+constexpr Formula kStdDiff{"StdDiff = Sqr(3) * {LogOddsRatio} / {PI}"};
+constexpr Formula kStdDiffSE{"StdDiffSE = Sqr((3 * ({LogOddsSE} ^ 2)) / {PI} ^ 2)"};
+constexpr Formula kStdDiffVar{"StdDiffVar = {StdDiffSE} ^ 2"};
+
+constexpr Formula kStdPairedDiff{"StdPairedDiff = {StdDiff} / Sqr(2 * (1 - {ImputedR}))"};
+constexpr Formula kStdPairedDiffSE{"StdPairedDiffSE = {StdDiffSE} / Sqr(2 * (1 - {ImputedR}))"};
+constexpr Formula kStdPairedDiffVar{"StdPairedDiffVar = {StdPairedDiffSE} ^ 2"};
+
+// The text says 4 where the computation may have used the group sizes.
+constexpr Formula kR{"r = {d} / Sqr({d} ^ 2 + 4)"};
+constexpr Formula kRSE{"StdErr(r) = Sqr(16 * {StdErr(d)} ^ 2 / (({d} ^ 2 + 4) ^ 3))"};
+constexpr Formula kZ{"Z = 0.5 * Log((1 + {r}) / (1 - {r}))"};
+constexpr Formula kZSE{"StdErr(Z) = {StdErr(r)} / (1 - {r} ^ 2)"};
+
+constexpr Formula kPetoT{"T = {A} + {B} + {C} + {D}"};
+constexpr Formula kPetoO{"O = {A}"};
+constexpr Formula kPetoE{"E = (({A} + {B}) * ({A} + {C})) / {T}"};
+constexpr Formula kPetoV{
+    "V = (({A} + {B}) * ({C} + {D}) * ({A} + {C}) * ({B} + {D})) / ({Total} ^ 2 * ({Total} - 1))"};
+constexpr Formula kPetoOE{"O-E = {Observed} - {Expected}"};
+constexpr Formula kPetoLog{"Peto LogOddsRatio = ({Observed - Expected}) / {Variance}"};
+constexpr Formula kPetoSE{"StdErr = Sqr(1 / {Variance})"};
+constexpr Formula kPetoVariance{"Variance = {StdErr} ^ 2"};
+constexpr Formula kPetoRatio{"Peto OddsRatio = Exp({LogOddsRatio})", "PetoOddsRatio"};
+
+constexpr Formula kN1{"N1 = {A} + {B}"};
+constexpr Formula kN2{"N2 = {C} + {D}"};
+constexpr Formula kLogRisk{"LogRiskRatio = Log(({A} / {N1}) / ({C} / {N2}))"};
+constexpr Formula kLogRiskVariance{
+    "LogRiskVariance = ({B} / {A}) / ({B} + {A}) + ({D} / {C}) / ({D} + {C})"};
+constexpr Formula kLogRiskSE{"LogRiskSE = Sqr({LogRiskVariance})"};
+constexpr Formula kRiskRatio{"RiskRatio = Exp({LogRiskRatio})"};
+
+constexpr Formula kP1{"P1 = {A} / ({A} + {B})"};
+constexpr Formula kQ1{"Q1 = {B} / ({A} + {B})"};
+constexpr Formula kP2{"P2 = {C} / ({C} + {D})"};
+constexpr Formula kQ2{"Q2 = {D} / ({C} + {D})"};
+constexpr Formula kRiskDiff{"RiskDiff = {A} / ({A} + {B}) - {C} / ({C} + {D})"};
+constexpr Formula kRiskDiffSE{
+    "RiskDiffSE = Sqr((({P1} * {Q1}) / ({A} + {B})) + (({P2} * {Q2}) / ({C} + {D})))"};
+
 }  // namespace
+
+double EventsRow::Value(sheet::RoleKind kind) const {
+    const int role = Role(kind);
+    return role >= 0 ? ws.EntryVals[static_cast<std::size_t>(role)] : 0.0;
+}
+
+const std::string& EventsRow::Label(sheet::RoleKind kind) const {
+    static const std::string kNone;
+    const int role = Role(kind);
+    return role >= 0 ? ws.EntryLabels[static_cast<std::size_t>(role)] : kNone;
+}
 
 bool LogOddsStep(EventsRow& row) {
     double A, B, C, D;
@@ -54,13 +119,8 @@ bool LogOddsStep(EventsRow& row) {
     std::string& t = row.Trail(Ix::LogOddsRatio);
     t.reserve(row.head.size() + 768);
     t = row.head;
-    AddFormula(t, "LogOddsRatio = Log((A * D) / (B * C))", "S");
-    AddFormula(t,
-               row.paired ? "LogOddsVariance = (1 / A + 1 / B + 1 / C + 1 / D) - 2 * DeltaOverN"
-                          : "LogOddsVariance = (1 / A + 1 / B + 1 / C + 1 / D)",
-               "S");
-    AddFormula(t, "LogOddsSE = Sqr(LogOddsVariance)", "S");
-    AddFormula(t, "OddsRatio = Exp(LogOddsRatio)", "S");
+    const Formula& varianceFormula = row.paired ? kPairedLogOddsVariance : kLogOddsVariance;
+    AddSymbols(t, {&kLogOdds, &varianceFormula, &kLogOddsSE, &kOddsRatio});
     AddFormula(t, "", "S");
     if (added) {
         AddFormula(t, kAdded, "S");
@@ -68,13 +128,18 @@ bool LogOddsStep(EventsRow& row) {
         AddFormula(t, "", "S");
     }
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), lor = G3(logOdds),
-                      var = G3(variance);
-    AddStep(t, {"LogOddsRatio = Log((", a, " * ", d, ") / (", b, " * ", c, ")) = ", lor});
-    const std::string delta = row.paired ? Cat({" - 2 * ", G3(row.deltaOverN)}) : std::string();
-    AddStep(t, {"LogOddsVariance = (1 / ", a, " + 1 / ", b, " + 1 / ", c, " + 1 / ", d, ")", delta,
-                " = ", var});
-    AddStep(t, {"LogOddsSE = Sqr(", var, ") = ", G3(se)});
-    AddStep(t, {"OddsRatio = Exp(", lor, ") = ", G3(oddsRatio)});
+                      var = G3(variance), delta = G3(row.deltaOverN);
+    const Slots values{{"A", a},
+                       {"B", b},
+                       {"C", c},
+                       {"D", d},
+                       {"DeltaOverN", delta},
+                       {"LogOddsVariance", var},
+                       {"LogOddsRatio", lor}};
+    kLogOdds.AddNumbers(t, values, lor);
+    varianceFormula.AddNumbers(t, values, var);
+    kLogOddsSE.AddNumbers(t, values, G3(se));
+    kOddsRatio.AddNumbers(t, values, G3(oddsRatio));
     row.Trail(Ix::OddsRatio) = t;
     return true;
 }
@@ -91,13 +156,13 @@ void StdDiffStep(EventsRow& row) {
     AddFormula(t, "Standardized mean difference (d)", "T");
     AddFormula(t, "Starting with cells in 2x2 table,", "S");
     AddFormula(t, "first compute the Log odds ratio, and then convert to d.", "S");
-    AddFormula(t, "StdDiff = Sqr(3) * LogOddsRatio / PI", "S");
-    AddFormula(t, "StdDiffSE = Sqr((3 * (LogOddsSE ^ 2)) / PI ^ 2)", "S");
-    AddFormula(t, "StdDiffVar = StdDiffSE ^ 2", "S");
-    const std::string seText = G3(se);
-    AddStep(t, {"StdDiff = Sqr(3) * ", G3(row.logOdds), " / ", kPi, " = ", G3(d)});
-    AddStep(t, {"StdDiffSE = Sqr((3 * (", G3(row.logOddsSE), " ^ 2)) / ", kPi, " ^ 2) = ", seText});
-    AddStep(t, {"StdDiffVar = ", seText, " ^ 2 = ", G3(se * se)});
+    AddSymbols(t, {&kStdDiff, &kStdDiffSE, &kStdDiffVar});
+    const std::string seText = G3(se), lor = G3(row.logOdds), lorSE = G3(row.logOddsSE);
+    const Slots values{
+        {"LogOddsRatio", lor}, {"LogOddsSE", lorSE}, {"PI", kPi}, {"StdDiffSE", seText}};
+    kStdDiff.AddNumbers(t, values, G3(d));
+    kStdDiffSE.AddNumbers(t, values, seText);
+    kStdDiffVar.AddNumbers(t, values, G3(se * se));
     AddFormula(t, "To display computation of Odds ratio,", "S");
     AddFormula(t, "select 'Odds ratio' tab on this form.", "S");
 }
@@ -125,13 +190,14 @@ void PairedStdDiffStep(EventsRow& row) {
     AddFormula(t, "Paired standardized mean difference", "T");
     for (std::string_view line : kLines)
         AddFormula(t, line, "S");
-    AddFormula(t, "StdPairedDiff = StdDiff / Sqr(2 * (1 - ImputedR))", "S");
-    AddFormula(t, "StdPairedDiffSE = StdDiffSE / Sqr(2 * (1 - ImputedR))", "S");
-    AddFormula(t, "StdPairedDiffVar = StdPairedDiffSE ^ 2", "S");
-    const std::string r = G3(imputedR), seText = G3(se);
-    AddStep(t, {"StdPairedDiff = ", G3(row.stdDiff), " / Sqr(2 * (1 - ", r, ")) = ", G3(d)});
-    AddStep(t, {"StdPairedDiffSE = ", G3(row.stdDiffSE), " / Sqr(2 * (1 - ", r, ")) = ", seText});
-    AddStep(t, {"StdPairedDiffVar = ", seText, " ^ 2 = ", G3(se * se)});
+    AddSymbols(t, {&kStdPairedDiff, &kStdPairedDiffSE, &kStdPairedDiffVar});
+    const std::string r = G3(imputedR), seText = G3(se), dText = G3(row.stdDiff),
+                      dSEText = G3(row.stdDiffSE);
+    const Slots values{
+        {"StdDiff", dText}, {"StdDiffSE", dSEText}, {"ImputedR", r}, {"StdPairedDiffSE", seText}};
+    kStdPairedDiff.AddNumbers(t, values, G3(d));
+    kStdPairedDiffSE.AddNumbers(t, values, seText);
+    kStdPairedDiffVar.AddNumbers(t, values, G3(se * se));
 }
 
 void HedgesGStep(EventsRow& row) {
@@ -178,18 +244,16 @@ void CorrelationStep(EventsRow& row) {
 
     std::string& t = row.Trail(Ix::Correlation);
     t.reserve(640);
-    const std::string dText = G3(d), rText = G3(r), rSEText = G3(rSE);
+    const std::string dText = G3(d), dSEText = G3(dSE), rText = G3(r), rSEText = G3(rSE);
+    const Slots values{{"d", dText}, {"StdErr(d)", dSEText}, {"r", rText}, {"StdErr(r)", rSEText}};
     AddFormula(t, "Correlation (r) and Fisher's Z", "T");
-    AddFormula(t, "r = d / Sqr(d ^ 2 + 4)", "S");
-    AddFormula(t, "StdErr(r) = Sqr(16 * StdErr(d) ^ 2 / ((d ^ 2 + 4) ^ 3))", "S");
-    AddStep(t, {"r = ", dText, " / Sqr(", dText, " ^ 2 + 4) = ", rText});
-    AddStep(t,
-            {"StdErr(r) = Sqr(16 * ", G3(dSE), " ^ 2 / ((", dText, " ^ 2 + 4) ^ 3)) = ", rSEText});
+    AddSymbols(t, {&kR, &kRSE});
+    kR.AddNumbers(t, values, rText);
+    kRSE.AddNumbers(t, values, rSEText);
     AddFormula(t, "Computation of Z", "T");
-    AddFormula(t, "Z = 0.5 * Log((1 + r) / (1 - r))", "S");
-    AddFormula(t, "StdErr(Z) = StdErr(r) / (1 - r ^ 2)", "S");
-    AddStep(t, {"Z = 0.5 * Log((1 + ", rText, ") / (1 - ", rText, ")) = ", G3(z)});
-    AddStep(t, {"StdErr(Z) = ", rSEText, " / (1 - ", rText, " ^ 2) = ", G3(zSE)});
+    AddSymbols(t, {&kZ, &kZSE});
+    kZ.AddNumbers(t, values, G3(z));
+    kZSE.AddNumbers(t, values, G3(zSE));
 }
 
 void UndefinedTableStep(EventsRow& row) {
@@ -246,25 +310,29 @@ void PetoStep(EventsRow& row, bool undefinedTable) {
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), tot = G1(total),
                       eText = G3(expected), vText = G3(v), oeText = G3(oMinusE),
                       logText = G3(logPeto), seText = G3(se);
-    AddFormula(t, "T = A + B + C + D", "S");
-    AddFormula(t, "O = A", "S");
-    AddFormula(t, "E = ((A + B) * (A + C)) / T", "S");
-    AddFormula(t, "V = ((A + B) * (C + D) * (A + C) * (B + D)) / (Total ^ 2 * (Total - 1))", "S");
-    AddStep(t, {"T = ", a, " + ", b, " + ", c, " + ", d, " = ", tot});
-    AddStep(t, {"O = ", a});
-    AddStep(t, {"E = ((", a, " + ", b, ") * (", a, " + ", c, ")) / ", tot, " = ", eText});
-    AddStep(t, {"V = ((", a, " + ", b, ") * (",  c,   " + ",      d,   ") * (",     a,    " + ", c,
-                ") * (",  b, " + ", d, ")) / (", tot, " ^ 2 * (", tot, " - 1)) = ", vText});
-    AddFormula(t, "O-E = Observed - Expected", "S");
-    AddFormula(t, "Peto LogOddsRatio = (Observed - Expected) / Variance", "S");
-    AddFormula(t, "StdErr = Sqr(1 / Variance)", "S");
-    AddFormula(t, "Variance = StdErr ^ 2", "S");
-    AddFormula(t, "Peto OddsRatio = Exp(LogOddsRatio)", "S");
-    AddStep(t, {"O-E = ", a, " - ", eText, " = ", oeText});
-    AddStep(t, {"Peto LogOddsRatio = (", oeText, ") / ", vText, " = ", logText});
-    AddStep(t, {"StdErr = Sqr(1 / ", vText, ") = ", seText});
-    AddStep(t, {"Variance = ", seText, " ^ 2 = ", G3(se * se)});
-    AddStep(t, {"PetoOddsRatio = Exp(", logText, ") = ", G3(std::exp(logPeto))});
+    const Slots values{{"A", a},
+                       {"B", b},
+                       {"C", c},
+                       {"D", d},
+                       {"T", tot},
+                       {"Total", tot},
+                       {"Observed", a},
+                       {"Expected", eText},
+                       {"Observed - Expected", oeText},
+                       {"Variance", vText},
+                       {"StdErr", seText},
+                       {"LogOddsRatio", logText}};
+    AddSymbols(t, {&kPetoT, &kPetoO, &kPetoE, &kPetoV});
+    kPetoT.AddNumbers(t, values, tot);
+    kPetoO.AddNumbers(t, values);
+    kPetoE.AddNumbers(t, values, eText);
+    kPetoV.AddNumbers(t, values, vText);
+    AddSymbols(t, {&kPetoOE, &kPetoLog, &kPetoSE, &kPetoVariance, &kPetoRatio});
+    kPetoOE.AddNumbers(t, values, oeText);
+    kPetoLog.AddNumbers(t, values, logText);
+    kPetoSE.AddNumbers(t, values, seText);
+    kPetoVariance.AddNumbers(t, values, G3(se * se));
+    kPetoRatio.AddNumbers(t, values, G3(std::exp(logPeto)));
     copyTrail();
 }
 
@@ -291,21 +359,23 @@ void RiskRatioStep(EventsRow& row, bool undefinedTable) {
     t = row.head;
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), n1Text = G1(n1), n2Text = G1(n2),
                       logText = G3(logRisk), varText = G3(variance);
+    const Slots values{{"A", a},
+                       {"B", b},
+                       {"C", c},
+                       {"D", d},
+                       {"N1", n1Text},
+                       {"N2", n2Text},
+                       {"LogRiskRatio", logText},
+                       {"LogRiskVariance", varText}};
     AddFormula(t, "Risk ratio", "T");
-    AddFormula(t, "N1 = A + B", "S");
-    AddFormula(t, "N2 = C + D", "S");
-    AddStep(t, {"N1 = ", a, " + ", b, " = ", n1Text});
-    AddStep(t, {"N2 = ", c, " + ", d, " = ", n2Text});
-    AddFormula(t, "LogRiskRatio = Log((A / N1) / (C / N2))", "S");
-    AddFormula(t, "LogRiskVariance = (B / A) / (B + A) + (D / C) / (D + C)", "S");
-    AddFormula(t, "LogRiskSE = Sqr(LogRiskVariance)", "S");
-    AddFormula(t, "RiskRatio = Exp(LogRiskRatio)", "S");
-    AddStep(
-        t, {"LogRiskRatio = Log((", a, " / ", n1Text, ") / (", c, " / ", n2Text, ")) = ", logText});
-    AddStep(t, {"LogRiskVariance = (", b, " / ", a, ") / (", b, " + ", a, ") + (", d, " / ", c,
-                ") / (", d, " + ", c, ") = ", varText});
-    AddStep(t, {"LogRiskSE = Sqr(", varText, ") = ", G3(se)});
-    AddStep(t, {"RiskRatio = Exp(", logText, ") = ", G3(riskRatio)});
+    AddSymbols(t, {&kN1, &kN2});
+    kN1.AddNumbers(t, values, n1Text);
+    kN2.AddNumbers(t, values, n2Text);
+    AddSymbols(t, {&kLogRisk, &kLogRiskVariance, &kLogRiskSE, &kRiskRatio});
+    kLogRisk.AddNumbers(t, values, logText);
+    kLogRiskVariance.AddNumbers(t, values, varText);
+    kLogRiskSE.AddNumbers(t, values, G3(se));
+    kRiskRatio.AddNumbers(t, values, G3(riskRatio));
     if (added) {
         AddFormula(t, kAdded, "S");
         AddFormula(t, "for computation of Log risk ratio and its variance", "S");
@@ -333,13 +403,9 @@ void RiskDifferenceStep(EventsRow& row) {
     t.reserve(row.head.size() + 1024);
     t = row.head;
     AddFormula(t, "Risk difference", "T");
-    AddFormula(t, "P1 = A / (A + B)", "S");
-    AddFormula(t, "Q1 = B / (A + B)", "S");
-    AddFormula(t, "P2 = C / (C + D)", "S");
-    AddFormula(t, "Q2 = D / (C + D)", "S");
+    AddSymbols(t, {&kP1, &kQ1, &kP2, &kQ2});
     AddFormula(t, "", "S");
-    AddFormula(t, "RiskDiff = A / (A + B) - C / (C + D)", "S");
-    AddFormula(t, "RiskDiffSE = Sqr(((P1 * Q1) / (A + B)) + ((P2 * Q2) / (C + D)))", "S");
+    AddSymbols(t, {&kRiskDiff, &kRiskDiffSE});
     AddFormula(t, "", "T");
     if (added) {
         AddFormula(t, kAdded, "S");
@@ -350,14 +416,14 @@ void RiskDifferenceStep(EventsRow& row) {
     // The numbered lines show the cells the variance used, also for the point.
     const std::string a = G1(A), b = G1(B), c = G1(C), d = G1(D), p1Text = G3(p1), q1Text = G3(q1),
                       p2Text = G3(p2), q2Text = G3(q2);
-    AddStep(t, {"P1 = ", a, " / (", a, " + ", b, ") = ", p1Text});
-    AddStep(t, {"Q1 = ", b, " / (", a, " + ", b, ") = ", q1Text});
-    AddStep(t, {"P2 = ", c, " / (", c, " + ", d, ") = ", p2Text});
-    AddStep(t, {"Q2 = ", d, " / (", c, " + ", d, ") = ", q2Text});
-    AddStep(t, {"RiskDiff = ", a, " / (", a, " + ", b, ") - ", c, " / (", c, " + ", d,
-                ") = ", G3(riskDiff)});
-    AddStep(t, {"RiskDiffSE = Sqr(((", p1Text, " * ", q1Text, ") / (", a, " + ", b, ")) + ((",
-                p2Text, " * ", q2Text, ") / (", c, " + ", d, "))) = ", G3(se)});
+    const Slots values{{"A", a},       {"B", b},       {"C", c},       {"D", d},
+                       {"P1", p1Text}, {"Q1", q1Text}, {"P2", p2Text}, {"Q2", q2Text}};
+    kP1.AddNumbers(t, values, p1Text);
+    kQ1.AddNumbers(t, values, q1Text);
+    kP2.AddNumbers(t, values, p2Text);
+    kQ2.AddNumbers(t, values, q2Text);
+    kRiskDiff.AddNumbers(t, values, G3(riskDiff));
+    kRiskDiffSE.AddNumbers(t, values, G3(se));
 }
 
 void MantelHaenszelStep(EventsRow& row, bool undefinedTable) {

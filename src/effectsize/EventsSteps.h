@@ -11,9 +11,16 @@ namespace synthara::effectsize::events {
 // A row's table while its indices are computed. Later steps read what
 // earlier ones left (the log odds ratio feeds d, d feeds g and r).
 struct EventsRow {
-    EventsRow(WorkingSet& workingSet, ComputeContext& computeContext, bool isPaired)
-        : ws(workingSet), context(computeContext), paired(isPaired) {}
+    EventsRow(const sheet::FormatDef& formatDef, const sheet::EventsLayout& eventsLayout,
+              WorkingSet& workingSet, ComputeContext& computeContext)
+        : format(formatDef),
+          layout(eventsLayout),
+          ws(workingSet),
+          context(computeContext),
+          paired(eventsLayout.paired) {}
 
+    const sheet::FormatDef& format;
+    sheet::EventsLayout layout;
     WorkingSet& ws;
     ComputeContext& context;
     bool paired = false;
@@ -26,6 +33,10 @@ struct EventsRow {
     double stdDiff = 0, stdDiffSE = 0;
 
     std::string& Trail(int index) { return ws.EsFormula[static_cast<std::size_t>(index)]; }
+    // The entry of the role that means `kind`, by the format's catalogue entry.
+    int Role(sheet::RoleKind kind) const { return format.RoleOf(kind); }
+    double Value(sheet::RoleKind kind) const;
+    const std::string& Label(sheet::RoleKind kind) const;
     void Restore(double& A, double& B, double& C, double& D, bool addFudge, bool& added) const {
         RestoreVals(A, B, C, D, cells, addFudge, added, paired);
     }

@@ -175,6 +175,53 @@ void AddStep(std::string& trail, std::initializer_list<std::string_view> parts) 
         trail += part;
 }
 
+Slots::Slots(std::initializer_list<Slot> slots, const Slots* more) : more_(more) {
+    for (const Slot& slot : slots)
+        if (count_ < kCapacity) slots_[count_++] = slot;
+}
+
+std::string_view Slots::Find(std::string_view name) const {
+    for (std::size_t i = 0; i < count_; ++i)
+        if (slots_[i].name == name) return slots_[i].text;
+    return more_ != nullptr ? more_->Find(name) : name;
+}
+
+void Formula::Render(std::string& trail, std::string_view text, const Slots* slots) const {
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        const std::size_t open = text.find('{', pos);
+        const std::size_t close = open == std::string_view::npos ? open : text.find('}', open);
+        if (close == std::string_view::npos) {
+            trail += text.substr(pos);
+            return;
+        }
+        trail += text.substr(pos, open - pos);
+        const std::string_view name = text.substr(open + 1, close - open - 1);
+        trail += slots != nullptr ? slots->Find(name) : name;
+        pos = close + 1;
+    }
+}
+
+void Formula::AddSymbols(std::string& trail, const Slots* names) const {
+    trail += kLineEnd;
+    Render(trail, text_, names);
+}
+
+void Formula::AddNumbers(std::string& trail, const Slots& values, std::string_view result) const {
+    std::string_view text = text_;
+    trail += kLineEnd;
+    const std::size_t equals = text.find(" = ");
+    if (!numbersName_.empty() && equals != std::string_view::npos) {
+        trail += numbersName_;
+        text.remove_prefix(equals);
+    }
+    Render(trail, text, &values);
+    if (!result.empty()) {
+        trail += " = ";
+        trail += result;
+    }
+}
+
 std::string G1(double value) {
     return FormatDecimals(value, value == std::floor(value) ? 0 : 1);
 }

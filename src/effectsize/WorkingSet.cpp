@@ -15,6 +15,7 @@ void WorkingSet::SetResult(int i, double point, double se, double variance) {
     Es(2, i) = se;
     Es(3, i) = variance;
     Es(4, i) = 1.0;
+    HasSpread[static_cast<std::size_t>(i)] = true;
 }
 
 void WorkingSet::SetPoint(int i, double point) {
@@ -25,12 +26,14 @@ void WorkingSet::SetPoint(int i, double point) {
 void WorkingSet::CopyResult(int from, int to) {
     for (int k = 1; k <= 4; ++k)
         Es(k, to) = Es(k, from);
+    HasSpread[static_cast<std::size_t>(to)] = HasSpread[static_cast<std::size_t>(from)];
 }
 
 void WorkingSet::Reset() {
     for (int k = 1; k <= 3; ++k)
         EsResults[static_cast<std::size_t>(k)].fill(kUnset);
     EsResults[4].fill(0.0);
+    HasSpread.fill(false);
     for (auto& trail : EsFormula)
         trail.clear();
     for (auto& mark : EntryMarks)

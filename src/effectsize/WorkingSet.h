@@ -44,6 +44,8 @@ struct WorkingSet {
     // EsResults[k][i]: attribute k (1 Point, 2 StdErr, 3 Variance, 4 Valid) of index i.
     std::array<std::array<double, IndexCount + 1>, 5> EsResults{};
     std::array<std::string, IndexCount + 1> EsFormula;
+    // True where the index has a standard error and variance besides its point.
+    std::array<bool, IndexCount + 1> HasSpread{};
     std::string RowErrors;
 
     double& Es(int k, int i) {

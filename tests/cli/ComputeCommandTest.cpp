@@ -82,5 +82,46 @@ TEST(ComputeCommand, ReadableTableShowsThePrimaryIndex) {
     EXPECT_NE(ran.out.find("0.391"), std::string::npos) << ran.out;
 }
 
+TEST(ComputeCommand, TrailsComeWithTheirLinesOnRequest) {
+    const std::string path = WriteFile("events.csv", kEvents);
+    const std::vector<std::string> args = {"compute", path, "--format", "Cohort 2x2 (Events)",
+                                           "--json"};
+    const auto plain = nlohmann::json::parse(RunCli(args).out);
+    EXPECT_FALSE(plain["rows"][0]["indices"]["Log odds ratio"].contains("trail"));
+    auto withTrails = args;
+    withTrails.push_back("--trails");
+    const auto doc = nlohmann::json::parse(RunCli(withTrails).out);
+    const std::string trail = doc["rows"][0]["indices"]["Log odds ratio"].at("trail");
+    EXPECT_EQ(trail.rfind("Starting with\nCells in 2x2 table\n\nWhere cells are given as\n", 0),
+              0u);
+    EXPECT_NE(trail.find("\nLogOddsRatio = Log((4 * 128) / (119 * 11)) = -0.939\n"),
+              std::string::npos);
+    EXPECT_EQ(trail.find('\r'), std::string::npos);
+    // The numbers are those without trails.
+    EXPECT_EQ(doc["rows"][0]["indices"]["Log odds ratio"]["point"],
+              plain["rows"][0]["indices"]["Log odds ratio"]["point"]);
+}
+
+TEST(ComputeCommand, ResultsThatAreNotFiniteAreLeftOut) {
+    const std::string path =
+        WriteFile("extreme.csv",
+                  "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+                  "Tiny,1e-320,10,5,10\n"
+                  "Huge,1e300,1e300,5,10\n");
+    const Ran ran = RunCli({"compute", path, "--format", "Cohort 2x2 (Events)", "--json"});
+    ASSERT_EQ(ran.status, ExitDone) << ran.err;
+    const auto doc = nlohmann::json::parse(ran.out);
+    const auto& tiny = doc["rows"][0];
+    EXPECT_TRUE(tiny["errors"].empty());
+    EXPECT_FALSE(tiny["indices"].contains("Log odds ratio"));
+    EXPECT_FALSE(tiny["indices"].contains("Hedges's g"));
+    EXPECT_TRUE(tiny["indices"]["Risk difference"]["se"].is_number());
+    // Counts beyond the largest sample size are refused before any formula.
+    const auto& huge = doc["rows"][1];
+    EXPECT_EQ(huge["errors"],
+              nlohmann::json({"The Group-A Total N cannot be greater than 100,000,000"}));
+    EXPECT_TRUE(huge["indices"].empty());
+}
+
 }  // namespace
 }  // namespace synthara::cli

@@ -46,7 +46,8 @@ std::string EventsHead(std::string_view a, std::string_view b, std::string_view 
 
 // One row computed straight from its entries; std::nullopt is an empty cell.
 struct Row {
-    Row(std::string_view format, std::vector<std::optional<double>> values) {
+    // `framed`: through the frame, which also refuses results that are not finite.
+    Row(std::string_view format, std::vector<std::optional<double>> values, bool framed = false) {
         ws.Reset();
         const char* labels[] = {"Group-A Events", "Group-A Total N", "Group-B Events",
                                 "Group-B Total N", "External correlation"};
@@ -55,7 +56,10 @@ struct Row {
             ws.EntryMissing[role] = !values[role];
             ws.EntryVals[role] = values[role].value_or(0);
         }
-        ComputeFromEvents(format, ws, context);
+        if (framed)
+            Dispatch(format, ws, context);
+        else
+            ComputeFromEvents(*sheet::FindComputedFormat(format), ws, context);
     }
     double Point(int i) const { return ws.Es(1, i); }
     std::vector<int> ValidIndices() const {
@@ -327,6 +331,30 @@ TEST(ComputeFromEvents, FormatsWithoutATableShowOneBoxAndComputeNothing) {
     routed.ws.Reset();
     Dispatch("Events and non-events in each group", routed.ws, routed.context);
     EXPECT_EQ(routed.Point(Ix::N1), 127);
+}
+
+TEST(ComputeFromEvents, ResultsThatAreNotFiniteAreNeverValid) {
+    const std::string note = "Cannot be computed: the result is not a finite number";
+    // A count of 1e-320 passes the validators; 1 / A is then infinite.
+    Row tiny(kEventsN, {1e-320, 10, 5, 10}, true);
+    for (int i : {Ix::LogOddsRatio, Ix::LogRiskRatio, Ix::StdDiffInMeans, Ix::HedgesG,
+                  Ix::StdPairedDifference, Ix::Correlation, Ix::FishersZ, Ix::MHLogOddsRatio,
+                  Ix::MHLogRiskRatio}) {
+        EXPECT_FALSE(tiny.ws.IsValid(i)) << i;
+        EXPECT_TRUE(tiny.ws.EsFormula[static_cast<std::size_t>(i)].ends_with(note)) << i;
+    }
+    EXPECT_TRUE(tiny.ws.EsFormula[Ix::LogOddsRatio].ends_with("= 0.000\r\n\r\n" + note));
+    EXPECT_EQ(tiny.ws.EsFormula[Ix::FishersZ], note);  // its text stands under the correlation
+    // Finite results of the same row stand: the ratios' points, Peto, the
+    // risk difference and the counts.
+    for (int i : {Ix::OddsRatio, Ix::RiskRatio, Ix::LogPetoOddsRatio, Ix::RiskDifference, Ix::N1})
+        EXPECT_TRUE(tiny.ws.IsValid(i)) << i;
+    EXPECT_FALSE(Contains(tiny.ws.EsFormula[Ix::RiskDifference], "finite"));
+    EXPECT_EQ(tiny.ws.RowErrors, "");
+
+    // An ordinary table loses nothing to the check.
+    Row ordinary(kEventsN, {4, 123, 11, 139}, true);
+    EXPECT_EQ(ordinary.ValidIndices(), Row(kEventsN, {4, 123, 11, 139}).ValidIndices());
 }
 
 }  // namespace

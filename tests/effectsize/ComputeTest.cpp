@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 
+#include "effectsize/RowResult.h"
 #include "effectsize/Trail.h"
 #include "sheet/BlockTestSheet.h"
 #include "support/Tolerance.h"
@@ -129,6 +130,46 @@ TEST_F(ComputeOnSheet, EmptiedRowClearsItsResultsButKeepsItsError) {
     }
     EXPECT_EQ(ErrorText(kRow + 1), error);
     EXPECT_TRUE(prompter.shown.empty());
+}
+
+TEST_F(ComputeOnSheet, EvaluatedRowsMatchWhatComputeWrites) {
+    Enter(kRow, {"4", "123", "11", "139"});
+    Enter(kRow + 1, {"124", "123", "11", "139"});
+    Enter(kRow + 2, {"", "", "", ""});
+    sheet.FindFormats(kRow, kRow + 2);  // the rows' formats, as typing gives them
+    const RowResult before = EvaluateRow(sheet, kRow, options, prompter);
+    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrPoint)));  // the sheet is untouched
+    EXPECT_EQ(before.definition, sheet::FindFormat(sheet::kCohort));
+    ASSERT_NE(before.Find(Ix::OddsRatio), nullptr);
+    EXPECT_FALSE(before.Find(Ix::OddsRatio)->stdErr.has_value());
+
+    int first = kRow, last = kRow + 2;
+    Compute(sheet, first, last, context);
+    for (int row = kRow; row <= kRow + 1; ++row) {
+        const RowResult result = EvaluateRow(sheet, row, options, prompter);
+        ASSERT_TRUE(result.hasEntry);
+        EXPECT_EQ(result.errors, ErrorText(row));
+        for (int role = 0; role < 4; ++role)
+            EXPECT_EQ(!result.marks[static_cast<std::size_t>(role)].empty(), Red(row, role));
+        for (int i = 1; i <= IndexCount; ++i) {
+            if (Display(i, sheet::AttrPoint) <= 0) continue;
+            const IndexResult* index = result.Find(i);
+            const bool valid = index != nullptr && index->valid;
+            EXPECT_EQ(valid, !sheet.flex.IsBlank(row, Display(i, sheet::AttrValid))) << i;
+            if (!valid) continue;
+            EXPECT_EQ(index->point, sheet.flex.At(row, Display(i, sheet::AttrPoint)).Number());
+            const sheet::Cell& se = sheet.flex.At(row, Display(i, sheet::AttrStdErr));
+            EXPECT_EQ(index->stdErr.has_value(), se.IsNumber()) << i;
+            if (se.IsNumber()) {
+                EXPECT_EQ(*index->stdErr, se.Number());
+            }
+            EXPECT_EQ(index->trail, sheet.flex.Text(row, Display(i, sheet::AttrFormula))) << i;
+        }
+    }
+    const RowResult empty = EvaluateRow(sheet, kRow + 2, options, prompter);
+    EXPECT_FALSE(empty.hasEntry);
+    EXPECT_TRUE(empty.indices.empty());
+    EXPECT_EQ(empty.format, "");  // an emptied row loses its format
 }
 
 }  // namespace

@@ -51,5 +51,26 @@ TEST(Trail, PrintedNumbers) {
     EXPECT_EQ(FormatDecimals(9.9996, 3), "10.000");
 }
 
+TEST(Trail, AFormulaGivesItsSymbolicAndNumericLines) {
+    constexpr Formula kRatio{"Ratio = Log(({A} * {D}) / {B})"};
+    const Slots cells{{"A", "12"}, {"B", "56"}};
+    const Slots values{{{"D", "34"}}, &cells};
+    std::string trail = "head";
+    kRatio.AddSymbols(trail);
+    kRatio.AddNumbers(trail, values, "-1.234");
+    EXPECT_EQ(trail, "head\r\nRatio = Log((A * D) / B)\r\nRatio = Log((12 * 34) / 56) = -1.234");
+
+    // Other names on the symbolic line, no result, a slot without a value
+    // showing its name, and a numeric line that spells its name otherwise.
+    const Slots labels{{"Events", "Group-A Events"}};
+    constexpr Formula kCell{"A = {Events}"};
+    constexpr Formula kRenamed{"Peto OddsRatio = Exp({Log} + {X})", "PetoOddsRatio"};
+    std::string lines;
+    kCell.AddSymbols(lines, &labels);
+    kCell.AddNumbers(lines, Slots{{"Events", "10"}});
+    kRenamed.AddNumbers(lines, Slots{{"Log", "0.5"}}, "2.718");
+    EXPECT_EQ(lines, "\r\nA = Group-A Events\r\nA = 10\r\nPetoOddsRatio = Exp(0.5 + X) = 2.718");
+}
+
 }  // namespace
 }  // namespace synthara::effectsize

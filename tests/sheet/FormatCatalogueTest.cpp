@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <variant>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -47,7 +48,7 @@ TEST(FormatCatalogue, CountsAndNamesAreUniqueAndFindable) {
         EXPECT_EQ(FindFormatByAnyName(f.shortName), &f);
         EXPECT_EQ(ProcedureFor(f.longName), f.procedure);
     }
-    for (const LegacyFormat& legacy : LegacyFormats()) {
+    for (const FormatDef& legacy : LegacyFormats()) {
         EXPECT_EQ(FindFormat(legacy.longName), nullptr) << legacy.longName;
         EXPECT_EQ(ProcedureFor(legacy.longName), legacy.procedure) << legacy.longName;
     }
@@ -206,4 +207,30 @@ TEST(FormatCatalogue, DropDownRoles) {
 }
 
 }  // namespace
+TEST(FormatCatalogue, EventFormatsNameTheirRolesByMeaning) {
+    const FormatDef* rates =
+        FindFormat("Event rate and sample size in each treatment, and external correlation");
+    ASSERT_NE(rates, nullptr);
+    const auto* layout = std::get_if<EventsLayout>(&rates->layout);
+    ASSERT_NE(layout, nullptr);
+    EXPECT_EQ(layout->entry, EventsEntry::RateAndN);
+    EXPECT_TRUE(layout->paired);
+    EXPECT_EQ(rates->RoleOf(RoleKind::RateB), 2);
+    EXPECT_EQ(rates->RoleOf(RoleKind::ExternalCorrelation), 4);
+    EXPECT_EQ(rates->RoleOf(RoleKind::EventsA), -1);
+    const FormatDef* nonEvents = FindFormat("Non-events and sample size in each group");
+    EXPECT_EQ(nonEvents->RoleOf(RoleKind::TotalNB), 3);
+    EXPECT_FALSE(std::get<EventsLayout>(nonEvents->layout).paired);
+    EXPECT_EQ(FindFormat("Matched 2x2 table")->RoleOf(RoleKind::PairsOnlyB), 2);
+
+    // A legacy name is computed by its procedure, with no roles and no layout.
+    const FormatDef* legacy = FindComputedFormat("Cases and controls in each condition");
+    ASSERT_NE(legacy, nullptr);
+    EXPECT_EQ(legacy->procedure, Procedure::ComputeFromEvents);
+    EXPECT_TRUE(legacy->roles.empty());
+    EXPECT_TRUE(std::holds_alternative<std::monostate>(legacy->layout));
+    EXPECT_EQ(FindComputedFormat(rates->longName), rates);
+    EXPECT_EQ(FindComputedFormat("No such format"), nullptr);
+}
+
 }  // namespace synthara::sheet

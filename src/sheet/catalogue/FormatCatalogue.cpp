@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <variant>
 
 namespace synthara::sheet {
 namespace {
@@ -20,6 +21,14 @@ constexpr RoleDef Whole(std::string_view name, std::string_view piece1 = {},
                         std::string_view piece2 = {}, std::string_view piece3 = {}) {
     return RoleDef{name, true, {piece1, piece2, piece3}};
 }
+
+// A role whose value a procedure reads by its meaning.
+constexpr RoleDef As(RoleKind kind, RoleDef role) {
+    role.kind = kind;
+    return role;
+}
+
+using enum RoleKind;
 
 // Roles in entry order, with the pieces a column title is composed of.
 // clang-format off
@@ -68,28 +77,28 @@ constexpr RoleDef kEventRatePersonYearsInOneGroupRoles[] = {
     Dec("Person Years"),
 };
 constexpr RoleDef kCohort2x2EventsRoles[] = {
-    Whole("Group-A Events", "Group-A", "Events"),
-    Whole("Group-A Total N", "Group-A", "Total N"),
-    Whole("Group-B Events", "Group-B", "Events"),
-    Whole("Group-B Total N", "Group-B", "Total N"),
+    As(EventsA, Whole("Group-A Events", "Group-A", "Events")),
+    As(TotalNA, Whole("Group-A Total N", "Group-A", "Total N")),
+    As(EventsB, Whole("Group-B Events", "Group-B", "Events")),
+    As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
 };
 constexpr RoleDef kCohort2x2NonEventsRoles[] = {
-    Whole("Group-A Non-events", "Group-A", "Non-events"),
-    Whole("Group-A Total N", "Group-A", "Total N"),
-    Whole("Group-B Non-events", "Group-B", "Non-events"),
-    Whole("Group-B Total N", "Group-B", "Total N"),
+    As(NonEventsA, Whole("Group-A Non-events", "Group-A", "Non-events")),
+    As(TotalNA, Whole("Group-A Total N", "Group-A", "Total N")),
+    As(NonEventsB, Whole("Group-B Non-events", "Group-B", "Non-events")),
+    As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
 };
 constexpr RoleDef kCohort2x2AllCellsRoles[] = {
-    Whole("Group-A Events", "Group-A", "Events"),
-    Whole("Group-A Non-events", "Group-A", "Non-events"),
-    Whole("Group-B Events", "Group-B", "Events"),
-    Whole("Group-B Non-events", "Group-B", "Non-events"),
+    As(EventsA, Whole("Group-A Events", "Group-A", "Events")),
+    As(NonEventsA, Whole("Group-A Non-events", "Group-A", "Non-events")),
+    As(EventsB, Whole("Group-B Events", "Group-B", "Events")),
+    As(NonEventsB, Whole("Group-B Non-events", "Group-B", "Non-events")),
 };
 constexpr RoleDef kCohort2x2RatesRoles[] = {
-    Dec("Group-A Event rate", "Group-A", "Events", "rate"),
-    Whole("Group-A Total N", "Group-A", "Total N"),
-    Dec("Group-B Event rate", "Group-B", "Events", "rate"),
-    Whole("Group-B Total N", "Group-B", "Total N"),
+    As(RateA, Dec("Group-A Event rate", "Group-A", "Events", "rate")),
+    As(TotalNA, Whole("Group-A Total N", "Group-A", "Total N")),
+    As(RateB, Dec("Group-B Event rate", "Group-B", "Events", "rate")),
+    As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
 };
 constexpr RoleDef kChiSquaredFor2x2Roles[] = {
     Dec("Chi-squared", "Chi Squared"),
@@ -97,38 +106,38 @@ constexpr RoleDef kChiSquaredFor2x2Roles[] = {
     Dec("Effect direction", "Effect direction"),
 };
 constexpr RoleDef kMatched2x2EventPairsRoles[] = {
-    Whole("Both Events", "Both", "Events"),
-    Whole("Group-A Only", "Only", "Group-A", "Events"),
-    Whole("Group-B Only", "Only", "Group-B", "Events"),
-    Whole("Both Non-events", "Both", "Non-events"),
+    As(PairsBothEvents, Whole("Both Events", "Both", "Events")),
+    As(PairsOnlyA, Whole("Group-A Only", "Only", "Group-A", "Events")),
+    As(PairsOnlyB, Whole("Group-B Only", "Only", "Group-B", "Events")),
+    As(PairsBothNonEvents, Whole("Both Non-events", "Both", "Non-events")),
 };
 constexpr RoleDef kMatched2x2EventsRoles[] = {
-    Whole("Group-A Events", "Group-A", "Events"),
-    Whole("Group-A Total N", "Group-A", "Total N"),
-    Whole("Group-B Events", "Group-B", "Events"),
-    Whole("Group-B Total N", "Group-B", "Total N"),
-    Dec("External correlation"),
+    As(EventsA, Whole("Group-A Events", "Group-A", "Events")),
+    As(TotalNA, Whole("Group-A Total N", "Group-A", "Total N")),
+    As(EventsB, Whole("Group-B Events", "Group-B", "Events")),
+    As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
+    As(ExternalCorrelation, Dec("External correlation")),
 };
 constexpr RoleDef kMatched2x2NonEventsRoles[] = {
-    Whole("Group-A Non-events", "Group-A", "Non-events"),
-    Whole("Group-A Total N", "Group-A", "Total N"),
-    Whole("Group-B Non-events", "Group-B", "Non-events"),
-    Whole("Group-B Total N", "Group-B", "Total N"),
-    Dec("External correlation"),
+    As(NonEventsA, Whole("Group-A Non-events", "Group-A", "Non-events")),
+    As(TotalNA, Whole("Group-A Total N", "Group-A", "Total N")),
+    As(NonEventsB, Whole("Group-B Non-events", "Group-B", "Non-events")),
+    As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
+    As(ExternalCorrelation, Dec("External correlation")),
 };
 constexpr RoleDef kMatched2x2AllCellsRoles[] = {
-    Whole("Group-A Events", "Group-A", "Events"),
-    Whole("Group-A Non-events", "Group-A", "Non-events"),
-    Whole("Group-B Events", "Group-B", "Events"),
-    Whole("Group-B Non-events", "Group-B", "Non-events"),
-    Dec("External correlation"),
+    As(EventsA, Whole("Group-A Events", "Group-A", "Events")),
+    As(NonEventsA, Whole("Group-A Non-events", "Group-A", "Non-events")),
+    As(EventsB, Whole("Group-B Events", "Group-B", "Events")),
+    As(NonEventsB, Whole("Group-B Non-events", "Group-B", "Non-events")),
+    As(ExternalCorrelation, Dec("External correlation")),
 };
 constexpr RoleDef kMatched2x2RatesRoles[] = {
-    Whole("Group-A Event rate", "Group-A", "Events", "rate"),
-    Whole("Group-A Total N", "Group-A", "Total N"),
-    Whole("Group-B Event rate", "Group-B", "Events", "rate"),
-    Whole("Group-B Total N", "Group-B", "Total N"),
-    Dec("External correlation"),
+    As(RateA, Whole("Group-A Event rate", "Group-A", "Events", "rate")),
+    As(TotalNA, Whole("Group-A Total N", "Group-A", "Total N")),
+    As(RateB, Whole("Group-B Event rate", "Group-B", "Events", "rate")),
+    As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
+    As(ExternalCorrelation, Dec("External correlation")),
 };
 constexpr RoleDef kCaseControl2x2ExpUnexpRoles[] = {
     Whole("Exposed Cases", "Exposed", "Cases"),
@@ -747,19 +756,23 @@ constexpr FormatDef kFormats[] = {
     {"Events and sample size in each group", "Cohort 2x2 (Events)", kCohort2x2EventsRoles,
      Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false,
+     EventsLayout{EventsEntry::EventsAndN, false}},
     {"Non-events and sample size in each group", "Cohort 2x2 (Non-Events)",
      kCohort2x2NonEventsRoles, Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false,
+     EventsLayout{EventsEntry::NonEventsAndN, false}},
     {"Events and non-events in each group", "Cohort 2x2 (All cells)", kCohort2x2AllCellsRoles,
      Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false,
+     EventsLayout{EventsEntry::EventsAndNonEvents, false}},
     {"Event rate and sample size in each group", "Cohort 2x2 (rates)", kCohort2x2RatesRoles,
      Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false,
+     EventsLayout{EventsEntry::RateAndN, false}},
     {"Chi-squared and total sample size", "Chi-squared for 2x2", kChiSquaredFor2x2Roles,
      Procedure::ComputeFromChiSquare, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
@@ -767,23 +780,28 @@ constexpr FormatDef kFormats[] = {
     {"Matched 2x2 table", "Matched 2x2 (Event pairs)", kMatched2x2EventPairsRoles,
      Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true,
+     EventsLayout{EventsEntry::MatchedPairs, true}},
     {"Events and sample size in each treatment, and external correlation", "Matched 2x2 (Events)",
      kMatched2x2EventsRoles, Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true,
+     EventsLayout{EventsEntry::EventsAndN, true}},
     {"Non-events and sample size in each treatment, and external correlation",
      "Matched 2x2 (Non-events)", kMatched2x2NonEventsRoles, Procedure::ComputeFromEvents,
      kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)",
-     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true,
+     EventsLayout{EventsEntry::NonEventsAndN, true}},
     {"Events and non-events in each treatment, and external correlation", "Matched 2x2 (All cells)",
      kMatched2x2AllCellsRoles, Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true,
+     EventsLayout{EventsEntry::EventsAndNonEvents, true}},
     {"Event rate and sample size in each treatment, and external correlation",
      "Matched 2x2 (rates)", kMatched2x2RatesRoles, Procedure::ComputeFromEvents, kShowOddsRatio,
      Branch::TwoGroups, "Dichotomous (number of events)",
-     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true},
+     "Matched groups, prospective (e.g., crossover trials or pre-post designs)", true,
+     EventsLayout{EventsEntry::RateAndN, true}},
     {"Exposed and unexposed for cases and controls", "Case control 2x2 (Exp/Unexp)",
      kCaseControl2x2ExpUnexpRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
      Branch::TwoGroups, "Dichotomous (number of events)",
@@ -1039,23 +1057,31 @@ constexpr FormatDef kFormats[] = {
      Procedure::ComputePointCorr, kShowCorrelation, Branch::NotInWizard, "", "", false},
 };
 
+// A name known only to the computation: no roles, no block, no layout.
+constexpr FormatDef Legacy(std::string_view longName, Procedure procedure) {
+    FormatDef format{};
+    format.longName = longName;
+    format.procedure = procedure;
+    return format;
+}
+
 // Old files may hold these; the computation still accepts them.
-constexpr LegacyFormat kLegacy[] = {
-    {"Events and sample size in each condition", Procedure::ComputeFromEvents},
-    {"Non-events and sample size in each condition", Procedure::ComputeFromEvents},
-    {"Events and non-events in each condition", Procedure::ComputeFromEvents},
-    {"Event rate and sample size in each condition", Procedure::ComputeFromEvents},
-    {"Cases and sample size in each condition", Procedure::ComputeFromEvents},
-    {"Controls and sample size in each condition", Procedure::ComputeFromEvents},
-    {"Cases and controls in each condition", Procedure::ComputeFromEvents},
-    {"Cases (proportion) and sample size in each condition", Procedure::ComputeFromEvents},
-    {"Matched 2x2 table for case-control study", Procedure::ComputeFromEventsCaseControl},
-    {"Exposed and unexposed for cases and controls, and external correlation",
-     Procedure::ComputeFromEventsCaseControl},
-    {"Exposed and total for cases and controls, and external correlation",
-     Procedure::ComputeFromEventsCaseControl},
-    {"Proportion exposed and total for cases and controls, and external correlation",
-     Procedure::ComputeFromEventsCaseControl},
+constexpr FormatDef kLegacy[] = {
+    Legacy("Events and sample size in each condition", Procedure::ComputeFromEvents),
+    Legacy("Non-events and sample size in each condition", Procedure::ComputeFromEvents),
+    Legacy("Events and non-events in each condition", Procedure::ComputeFromEvents),
+    Legacy("Event rate and sample size in each condition", Procedure::ComputeFromEvents),
+    Legacy("Cases and sample size in each condition", Procedure::ComputeFromEvents),
+    Legacy("Controls and sample size in each condition", Procedure::ComputeFromEvents),
+    Legacy("Cases and controls in each condition", Procedure::ComputeFromEvents),
+    Legacy("Cases (proportion) and sample size in each condition", Procedure::ComputeFromEvents),
+    Legacy("Matched 2x2 table for case-control study", Procedure::ComputeFromEventsCaseControl),
+    Legacy("Exposed and unexposed for cases and controls, and external correlation",
+           Procedure::ComputeFromEventsCaseControl),
+    Legacy("Exposed and total for cases and controls, and external correlation",
+           Procedure::ComputeFromEventsCaseControl),
+    Legacy("Proportion exposed and total for cases and controls, and external correlation",
+           Procedure::ComputeFromEventsCaseControl),
 };
 
 // Rows of these formats keep counts or means that can be summed across
@@ -1136,6 +1162,27 @@ static_assert(AllDistinct(kByShortName), "two formats share a short name");
 static_assert(std::all_of(std::begin(kFormats), std::end(kFormats),
                           [](const FormatDef& f) { return f.roles.size() <= MaxRoles; }),
               "a format has more roles than DefineFormat has slots");
+// A format with a layout is computed by a built procedure, which reads every
+// role by its meaning.
+constexpr bool RolesHaveMeanings(const FormatDef& f) {
+    return std::holds_alternative<std::monostate>(f.layout) ||
+           std::none_of(f.roles.begin(), f.roles.end(),
+                        [](const RoleDef& r) { return r.kind == RoleKind::None; });
+}
+
+// The roles a two-group event layout builds its table from are all there.
+constexpr bool EventsRolesPresent(const FormatDef& f) {
+    const auto* layout = std::get_if<EventsLayout>(&f.layout);
+    if (layout == nullptr) return f.procedure != Procedure::ComputeFromEvents;
+    for (RoleKind kind : TableRoles(layout->entry))
+        if (f.RoleOf(kind) < 0) return false;
+    return !NeedsExternalCorrelation(*layout) || f.RoleOf(RoleKind::ExternalCorrelation) >= 0;
+}
+
+static_assert(std::all_of(std::begin(kFormats), std::end(kFormats), RolesHaveMeanings),
+              "a role of a computed format has no meaning");
+static_assert(std::all_of(std::begin(kFormats), std::end(kFormats), EventsRolesPresent),
+              "a two-group event format lacks its layout or a role of its table");
 static_assert(std::all_of(std::begin(kMergeClasses), std::end(kMergeClasses),
                           [](const MergeClass& m) {
                               return Lookup(kByLongName, m.longName) != nullptr;
@@ -1238,16 +1285,21 @@ const FormatDef* FindFormatByAnyName(std::string_view name) {
     return found != nullptr ? found : Lookup(kByShortName, name);
 }
 
-std::span<const LegacyFormat> LegacyFormats() {
+std::span<const FormatDef> LegacyFormats() {
     return kLegacy;
 }
 
-Procedure ProcedureFor(std::string_view longName) {
-    if (const FormatDef* f = FindFormat(longName)) return f->procedure;
-    for (const LegacyFormat& legacy : kLegacy) {
-        if (legacy.longName == longName) return legacy.procedure;
+const FormatDef* FindComputedFormat(std::string_view longName) {
+    if (const FormatDef* f = FindFormat(longName)) return f;
+    for (const FormatDef& legacy : kLegacy) {
+        if (legacy.longName == longName) return &legacy;
     }
-    return Procedure::None;
+    return nullptr;
+}
+
+Procedure ProcedureFor(std::string_view longName) {
+    const FormatDef* f = FindComputedFormat(longName);
+    return f != nullptr ? f->procedure : Procedure::None;
 }
 
 int MergeType(std::string_view longName) {

@@ -2,9 +2,12 @@
 // The data-entry formats: one table of data. The long name is the key of
 // everything and is compared exactly, misspellings included.
 #include <array>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "sheet/catalogue/FormatLayouts.h"
 
 namespace synthara::sheet {
 
@@ -38,6 +41,7 @@ struct RoleDef {
     std::string_view name;
     bool whole = false;                        // takes whole numbers: NumDecs starts as "0"
     std::array<std::string_view, 3> labels{};  // LabelPart1..3, "" where none
+    RoleKind kind = RoleKind::None;            // what the value means to the procedure
 };
 
 // The wizard's study types (optDatatypes 0 to 3).
@@ -53,6 +57,14 @@ struct FormatDef {
     std::string_view family;      // "Dichotomous (number of events)"; "" when not in the wizard
     std::string_view design;      // "Raw data", "Computed effect sizes", ...
     bool allFormatsOnly = false;  // left out under "Show common formats only"
+    FormatLayout layout{};        // the variant of the procedure's family
+
+    // The place of the role that means `kind`; -1 when the format has none.
+    constexpr int RoleOf(RoleKind kind) const {
+        for (std::size_t i = 0; i < roles.size(); ++i)
+            if (roles[i].kind == kind) return static_cast<int>(i);
+        return -1;
+    }
 };
 
 // All formats DefineFormat knows (103), in the wizard's order, those outside
@@ -64,12 +76,11 @@ const FormatDef* FindFormat(std::string_view longName);
 const FormatDef* FindFormatByAnyName(std::string_view name);
 
 // Names only old files hold: Compute, CreateDisplayCols and MergeType accept
-// them, DefineFormat does not.
-struct LegacyFormat {
-    std::string_view longName;
-    Procedure procedure;
-};
-std::span<const LegacyFormat> LegacyFormats();
+// them, DefineFormat does not. Each has a long name and a procedure only.
+std::span<const FormatDef> LegacyFormats();
+// The format a row of this name is computed by: a catalogue format, or a
+// legacy name; nullptr when unknown.
+const FormatDef* FindComputedFormat(std::string_view longName);
 
 // The procedure for a row of this format, legacy names included; None when unknown.
 Procedure ProcedureFor(std::string_view longName);

@@ -1,0 +1,48 @@
+#pragma once
+// A row's results as data: each index with its numbers and trail, the row's
+// errors and the cells at fault. The sheet's display columns, the command
+// line and the views only format these.
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "effectsize/WorkingSet.h"
+#include "ports/Prompter.h"
+#include "sheet/grid/Sheet.h"
+
+namespace synthara::effectsize {
+
+struct IndexResult {
+    int index = 0;
+    bool valid = false;
+    // Absent when the index is invalid, and where it has no such number (the
+    // ratios have a point only).
+    std::optional<double> point;
+    std::optional<double> stdErr;
+    std::optional<double> variance;
+    std::string trail;  // lines end in CR LF
+};
+
+struct RowResult {
+    std::string format;                            // the row's format name; "" when it has none
+    const sheet::FormatDef* definition = nullptr;  // nullptr when no format of that name is known
+    bool hasEntry = false;                    // false: no role holds a number, nothing computed
+    std::string errors;                       // the row's error text (RowErrors)
+    std::array<std::string, MaxRoles> marks;  // per role, the fault its cell is red for
+    // Every index the procedure made valid or explained, by index number.
+    std::vector<IndexResult> indices;
+
+    const IndexResult* Find(int index) const;
+};
+
+// The results a working set holds after its procedure ran. A role that is
+// missing is never marked.
+RowResult ResultOf(const WorkingSet& ws);
+
+// Reads one data row of the sheet by role and computes it, changing nothing
+// in the sheet: Compute writes the same results into the row's cells.
+RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
+                      ports::Prompter& prompter);
+
+}  // namespace synthara::effectsize

@@ -1,0 +1,77 @@
+#pragma once
+// What a format tells its procedure: the meaning of each role, and which
+// variant of the procedure's family the format is. A procedure reads its
+// entries by meaning, never by their place in the block, so the catalogue
+// alone says where a value stands.
+#include <array>
+#include <cstdint>
+#include <variant>
+
+namespace synthara::sheet {
+
+// The meaning of a role's value. Each family adds the meanings its
+// procedure reads; None is a role no built procedure reads yet.
+enum class RoleKind : std::uint8_t {
+    None,
+    // Two-group event data, group A and group B.
+    EventsA,
+    NonEventsA,
+    TotalNA,
+    RateA,
+    EventsB,
+    NonEventsB,
+    TotalNB,
+    RateB,
+    // The correlation between paired arms, entered by the user.
+    ExternalCorrelation,
+    // A matched table counts pairs: S both with the event, T group A only,
+    // U group B only, V neither.
+    PairsBothEvents,
+    PairsOnlyA,
+    PairsOnlyB,
+    PairsBothNonEvents,
+};
+
+// Two-group event data: what the user typed for each group.
+enum class EventsEntry : std::uint8_t {
+    EventsAndN,
+    NonEventsAndN,
+    EventsAndNonEvents,
+    RateAndN,
+    MatchedPairs,
+};
+
+struct EventsLayout {
+    EventsEntry entry = EventsEntry::EventsAndN;
+    bool paired = false;  // the arms are the same subjects (matched or with a correlation)
+};
+
+// The four roles a 2-by-2 table is built from, in the order they are entered.
+constexpr std::array<RoleKind, 4> TableRoles(EventsEntry entry) {
+    using enum RoleKind;
+    switch (entry) {
+        case EventsEntry::EventsAndN:
+            return {EventsA, TotalNA, EventsB, TotalNB};
+        case EventsEntry::NonEventsAndN:
+            return {NonEventsA, TotalNA, NonEventsB, TotalNB};
+        case EventsEntry::EventsAndNonEvents:
+            return {EventsA, NonEventsA, EventsB, NonEventsB};
+        case EventsEntry::RateAndN:
+            return {RateA, TotalNA, RateB, TotalNB};
+        case EventsEntry::MatchedPairs:
+            return {PairsBothEvents, PairsOnlyA, PairsOnlyB, PairsBothNonEvents};
+    }
+    return {};
+}
+
+// A paired table that is not matched takes the arms' correlation from the user.
+constexpr bool NeedsExternalCorrelation(const EventsLayout& layout) {
+    return layout.paired && layout.entry != EventsEntry::MatchedPairs;
+}
+
+// A format's variant within its procedure's family: one type per family.
+// std::monostate where no procedure is built for the format yet, and for
+// names a procedure accepts without having a table for them.
+using FormatLayout = std::variant<std::monostate, EventsLayout>;
+
+}  // namespace synthara::sheet
