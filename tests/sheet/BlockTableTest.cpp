@@ -31,39 +31,61 @@ class BlockTableTest : public BlockTestSheet {
 };
 
 TEST_F(BlockTableTest, OneBlockKeepsTheNicknameHiddenAtTheLeft) {
+    const int end = sheet.flex.Cols();
     AddBlock(kCohort);
     EXPECT_EQ(sheet.View.Tabs, std::vector<std::string>{std::string(kCohortBlock)});
     EXPECT_FALSE(sheet.View.TabsVisible);
     EXPECT_EQ(sheet.NickNameCol(), 1);
     EXPECT_FALSE(Shown(1));
     EXPECT_EQ(sheet.flex.FixedCols(), 10);
-    // The block follows the study names, its results follow the block.
+    // The new columns went in at the right end, the free columns stay before
+    // them, and the results follow the block.
     const std::vector<int> cols = BlockCols(kCohortBlock);
-    EXPECT_EQ(cols, (std::vector<int>{11, 12, 13, 14}));
+    EXPECT_EQ(cols, (std::vector<int>{end, end + 1, end + 2, end + 3}));
     EXPECT_EQ(sheet.GetCol(0, 1), 10);
-    EXPECT_EQ(DisplayCol("Odds ratio", AttrPoint), 15);
+    EXPECT_TRUE(sheet.MetaIs(11, MetaRow::Function, "Empty"));
+    EXPECT_EQ(DisplayCol("Odds ratio", AttrPoint), end + 4);
 }
 
-TEST_F(BlockTableTest, SecondBlockShowsTabsAndTheNicknameBeforeTheEntries) {
+TEST_F(BlockTableTest, SecondBlockShowsTabsAndFreezesTheNickname) {
     AddBlock(kCohort);
     AddBlock(kMeans);
     EXPECT_EQ(sheet.View.Tabs,
               (std::vector<std::string>{std::string(kCohortBlock), std::string(kMeansBlock)}));
     EXPECT_TRUE(sheet.View.TabsVisible);
     EXPECT_EQ(sheet.View.CurrentTab, 1);
+    // The format name is frozen, last in the fixed area but for EntrySeq; no
+    // system column left the fixed area, and the user's columns follow it.
     const int nick = sheet.NickNameCol();
     EXPECT_TRUE(Shown(nick));
-    EXPECT_EQ(BlockCols(kCohortBlock).front(), nick + 1);
+    EXPECT_EQ(nick, 8);
+    EXPECT_EQ(sheet.EntrySeqCol(), 9);
+    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    for (int col : {sheet.FormatCol(), sheet.MergeTypeCol(), sheet.TempSeqCol(),
+                    sheet.SettingsCol(), sheet.ErrorCol()}) {
+        EXPECT_LT(col, sheet.flex.FixedCols()) << col;
+        EXPECT_FALSE(Shown(col)) << col;
+    }
+    EXPECT_EQ(sheet.GetCol(0, 1), 10);
     EXPECT_EQ(BlockCols(kMeansBlock).front(), BlockCols(kCohortBlock).back() + 1);
-    // The nickname column left the fixed area, which kept its other columns.
-    EXPECT_EQ(sheet.flex.FixedCols(), 9);
-    EXPECT_EQ(sheet.EntrySeqCol(), 8);
-    EXPECT_EQ(sheet.GetCol(0, 1), 9);
+    // A row holding only a study name is not empty.
+    sheet.flex.SetText(FixedRowCount, sheet.GetCol(0, 1), "Smith");
+    EXPECT_EQ(sheet.GetLastRow(), FixedRowCount);
+    EXPECT_FALSE(sheet.isRowEmpty(FixedRowCount));
 
     // Laying out again changes nothing, as when a saved sheet is opened.
     AdjustBlocks(sheet);
     EXPECT_EQ(sheet.NickNameCol(), nick);
-    EXPECT_EQ(sheet.flex.FixedCols(), 9);
+    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+
+    // A sheet laid out with the nickname column among the user's columns
+    // (before the entries, the fixed area one short) is brought back.
+    sheet.flex.MoveColumn(nick, BlockCols(kCohortBlock).front() - 1);
+    sheet.flex.SetFixedCols(9);
+    AdjustBlocks(sheet);
+    EXPECT_EQ(sheet.NickNameCol(), nick);
+    EXPECT_EQ(sheet.EntrySeqCol(), 9);
+    EXPECT_EQ(sheet.flex.FixedCols(), 10);
 
     EXPECT_EQ(SynchTabs(sheet, BlockCols(kCohortBlock)[2]), 0);
     EXPECT_EQ(SynchTabs(sheet, sheet.GetCol(0, 1)), 0);  // not an entry column
@@ -131,8 +153,9 @@ TEST_F(BlockTableTest, SetPrimaryIndex) {
 
     // An index brought forward stands after the block, Point first.
     RepositionDisplayCols(sheet, IndexNumber("Risk ratio"));
+    const int last = BlockCols(kCohortBlock).back();
     for (int attr = AttrPoint; attr <= AttrFormula; ++attr)
-        EXPECT_EQ(DisplayCol("Risk ratio", attr), 14 + attr) << attr;
+        EXPECT_EQ(DisplayCol("Risk ratio", attr), last + attr) << attr;
 }
 
 TEST_F(BlockTableTest, DeleteTabRefusesDataThenAsks) {

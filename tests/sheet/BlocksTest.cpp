@@ -69,8 +69,51 @@ TEST_F(BlocksTest, DropDownAndTailsRoles) {
     EXPECT_EQ(sheet.Meta(direction, MetaRow::DataType), "Effect direction");
     EXPECT_EQ(sheet.Meta(direction, MetaRow::ColWidth), "1400");
     EXPECT_EQ(sheet.Meta(direction, MetaRow::ValueList), "");
+    EXPECT_EQ(sheet.Meta(direction, 0), "Effect direction");
     // A role without pieces is titled by its name.
     EXPECT_EQ(sheet.Meta(a + 4, 0), "Independent groups p-value");
+}
+
+TEST_F(BlocksTest, CodedRolesAreTitledByTheirNames) {
+    const int a = AddBlock(sheet, "Means, SD pre and post, N, in each group, Pre/Post Corr");
+    const int direction = a + 11;
+    const int standardize = a + 12;
+    ASSERT_EQ(sheet.Meta(direction, MetaRow::Attribute), "Effect direction");
+    ASSERT_EQ(sheet.Meta(standardize, MetaRow::Attribute), "Standardize by");
+    // A role that the project's words would otherwise reach.
+    sheet.SetMeta(standardize, MetaRow::LabelPart1, "Group-A");
+    // A column of the third coded role, as an older file may hold it, untitled.
+    const int design = sample::AddModerator(sheet, "", "Study design");
+    sheet.SetMeta(design, MetaRow::Function, "Data Entry");
+    sheet.SetMeta(design, MetaRow::Attribute, "Study design");
+
+    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.ApplyGroupNames();
+    const std::pair<int, std::string> titles[] = {
+        {direction, "Effect direction"}, {standardize, "Standardize by"}, {design, "Study design"}};
+    for (const auto& [col, title] : titles)
+        EXPECT_EQ(sheet.Meta(col, 0), title);
+
+    // A title the user gave one of them is not rewritten.
+    sheet.SetMeta(direction, MetaRow::ColumnHeader, "Direction");
+    sheet.ApplyGroupNames();
+    EXPECT_EQ(sheet.Meta(direction, 0), "Direction");
+}
+
+TEST_F(BlocksTest, GroupWordsReachOnlyLabelPieces) {
+    const int a = AddBlock(sheet, "Events and sample size in each group");
+    sheet.CreateDisplayCols("Events and sample size in each group");
+    const int odds = sheet.DisplayColTable[2][AttrPoint];
+    const int oddsErr = sheet.DisplayColTable[2][AttrStdErr];
+    sheet.SetMeta(odds, MetaRow::ColumnHeader, "OR (Group-A vs B)");
+    sheet.SetMeta(a, MetaRow::ColumnHeader, "Deaths among treated");
+    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.ApplyGroupNames();
+    // Display columns carry no pieces: their titles stand, renamed or not.
+    EXPECT_EQ(sheet.Meta(odds, 0), "OR (Group-A vs B)");
+    EXPECT_EQ(sheet.Meta(oddsErr, 0), "Odds ratio StdErr");
+    // An entry column's title is built from its pieces.
+    EXPECT_EQ(sheet.Meta(a, 0), "Treated Events");
 }
 
 TEST_F(BlocksTest, DisplayColumnsClassesAndTable) {

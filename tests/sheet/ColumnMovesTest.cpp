@@ -42,8 +42,10 @@ TEST_F(ColumnMovesTest, DragRefusals) {
     const int outcome = sheet.GetCol(0, 4);
     ASSERT_EQ(outcome, study + 1);
     const int odds = DisplayCol("Odds ratio", AttrPoint);
+    // The free columns of a new sheet stand between the identifying columns
+    // and the blocks.
     const int free = FirstFree();
-    ASSERT_GT(free, odds);
+    ASSERT_EQ(free, outcome + 1);
     const std::string title = "  Cannot move column|";
     struct Case {
         const char* what;
@@ -112,6 +114,13 @@ TEST_F(ColumnMovesTest, MoveWithinTheBlockRenumbersIt) {
     sheet.flex.MoveColumn(a[1], sheet.flex.Cols() - 1);
     MoveEntryCols(sheet, std::string(kCohort), std::string(kCohortBlock));
     EXPECT_EQ(BlockCols(kCohortBlock), a);
+    EXPECT_EQ(Roles(kCohortBlock), expected);
+
+    // The block gathers where its first column by BlockSeq stands.
+    sheet.flex.MoveColumn(a[0], sheet.flex.Cols() - 1);
+    MoveEntryCols(sheet, std::string(kCohort), std::string(kCohortBlock));
+    const int n = sheet.flex.Cols();
+    EXPECT_EQ(BlockCols(kCohortBlock), (std::vector<int>{n - 4, n - 3, n - 2, n - 1}));
     EXPECT_EQ(Roles(kCohortBlock), expected);
 }
 

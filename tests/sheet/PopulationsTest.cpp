@@ -80,7 +80,7 @@ TEST_F(PopulationsTest, ColumnsServingAnotherFunctionAreRefused) {
     EXPECT_EQ(LastBox(), box);
     EXPECT_EQ(sheet.Meta(entry, MetaRow::Function), "Data Entry");
 
-    const int free = BlockCols(kCohortBlock).back() + 1 + 66 * 5;
+    const int free = sheet.GetCol(0, 1) + 1;
     ASSERT_EQ(sheet.Meta(free, MetaRow::Function), "Empty");
     EXPECT_TRUE(IdentifyCols(sheet, free));
     EXPECT_EQ(sheet.Meta(free, MetaRow::Function), "Moderator");
@@ -89,7 +89,7 @@ TEST_F(PopulationsTest, ColumnsServingAnotherFunctionAreRefused) {
 TEST_F(PopulationsTest, InsertCols) {
     AddBlock(kCohort);
     const int cols = sheet.flex.Cols();
-    const int free = BlockCols(kCohortBlock).back() + 1 + 66 * 5 + 2;
+    const int free = sheet.GetCol(0, 1) + 2;
     // The dialog sees the new column at the right end; cancelling removes it.
     const auto cancel = [&](Sheet& s, int col) {
         EXPECT_EQ(col, cols);

@@ -259,6 +259,45 @@ TEST_F(ProjectFileTest, OpeningAFileNamesItAndRestoresWhatTheFileDoesNotHold) {
     EXPECT_EQ(sheet.Meta(sheet.GetCol(0, 1), MetaRow::SavedWidth), "1800");
 }
 
+TEST_F(ProjectFileTest, OpeningKeepsRenamedTitlesAndSetsNumberFormats) {
+    const int odds = sheet.DisplayColTable[2][AttrPoint];
+    sheet.SetMeta(odds, MetaRow::ColumnHeader, "OR");
+    const int study = sheet.GetCol(0, 1);
+    int region = -1, year = -1;
+    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+        if (sheet.MetaIs(c, 0, "Region")) region = c;
+        if (sheet.MetaIs(c, 0, "Year")) year = c;
+    }
+    ASSERT_GE(region, 0);
+    ASSERT_GE(year, 0);
+    sheet.SetMeta(region, MetaRow::NumDecs, "2");
+    sheet.SetMeta(region, MetaRow::Align, "Right");
+    sheet.SetMeta(year, MetaRow::NumDecs, "4");
+    sheet.Decimals = 1;
+    for (int c = 0; c < sheet.flex.Cols(); ++c)
+        sheet.flex.Col(c).numberFormat.clear();
+    ASSERT_TRUE(SaveProjectFile(sheet, Path("trial.syn")).ok);
+    sheet.InitializeGrid();
+    ASSERT_TRUE(files.OpenTable(OpenKind::File, Path("trial.syn")));
+
+    EXPECT_EQ(sheet.Meta(sheet.DisplayColTable[2][AttrPoint], 0), "OR");
+    struct Case {
+        int col;
+        std::string format;
+        Alignment alignment;
+    };
+    const Case cases[] = {
+        {region, "0.00", Alignment::Right},  // its own decimals
+        {year, "0", Alignment::General},     // an "Integer" column shows whole numbers
+        {study, "0.0", Alignment::Left},     // "Auto": the program-wide decimals
+        {sheet.flex.FixedCols() - 1, "", Alignment::General},  // the fixed area is left alone
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(sheet.flex.Col(c.col).numberFormat, c.format) << c.col;
+        EXPECT_EQ(sheet.flex.Col(c.col).alignment, c.alignment) << c.col;
+    }
+}
+
 TEST_F(ProjectFileTest, UnsavedChangesQuestion) {
     struct Case {
         const char* name;

@@ -81,6 +81,23 @@ TEST_F(StudyRowsTest, MergeRowsSortsByIdentifiersThenEntryOrder) {
     EXPECT_FALSE(sheet.flex.Col(study).merged);
 }
 
+TEST_F(StudyRowsTest, NewIdentifyingColumnJoinsTheRowDisplay) {
+    Furnish();
+    Rows({{"B", "1"}, {"A", "1"}});
+    // Rows shown each on its own: a new column leaves them where they are.
+    const int comparison = sheet.MakePop(3);
+    EXPECT_EQ(Column(study, 2), (Lines{"B", "A"}));
+    EXPECT_FALSE(sheet.flex.Col(comparison).merged);
+
+    MergeRows(sheet, true);
+    sheet.flex.SetText(FixedRowCount, study, "C");
+    // Merged: the new column is merged too and the rows are sorted again.
+    const int outcome = sheet.MakePop(4);
+    EXPECT_EQ(Column(study, 2), (Lines{"B", "C"}));
+    EXPECT_TRUE(sheet.flex.Col(outcome).merged);
+    EXPECT_TRUE(sheet.flex.Col(study).merged);
+}
+
 TEST_F(StudyRowsTest, ForceSortFollowsTheColumnsDataType) {
     Furnish();
     const int moderator = sample::AddModerator(sheet, "Code", "Categorical");
@@ -158,7 +175,7 @@ TEST_F(StudyRowsTest, DeleteStudyBlanksItsRowsOrRestoresTheBackup) {
 TEST_F(StudyRowsTest, AddStudyDialog) {
     Furnish();
     const int outcome = sheet.MakePop(4);
-    EXPECT_EQ(GetNewName(sheet), "Study000");  // counting starts at the rows with data
+    EXPECT_EQ(GetNewName(sheet), "Study001");  // a first study is number 1
     Rows({{"Study002", "x"}, {"Other", "y"}});
     EXPECT_EQ(GetNewName(sheet), "Study003");  // from the count of rows, past the taken names
     sheet.flex.SetText(FixedRowCount + 2, study, "Study003");

@@ -35,15 +35,29 @@ void MoveNickName(Sheet& sheet, int nick, int to) {
         flex.SetFixedCols(fixed + 1);
 }
 
+// The rightmost system column; -1 when the sheet has none.
+int LastSystemCol(const Sheet& sheet) {
+    return std::max({sheet.FormatCol(), sheet.NickNameCol(), sheet.MergeTypeCol(),
+                     sheet.EntrySeqCol(), sheet.TempSeqCol(), sheet.SettingsCol(),
+                     sheet.ErrorCol()});
+}
+
+// A fixed area that reaches past the nickname column ends one past it, so the
+// format name stays frozen, but never before a system column: everything
+// right of the fixed area is the user's data.
+void KeepFixedCount(Sheet& sheet) {
+    const int nick = sheet.NickNameCol();
+    if (nick < 0 || nick >= sheet.flex.FixedCols()) return;
+    sheet.flex.SetFixedCols(std::max(nick, LastSystemCol(sheet)) + 1);
+}
+
 }  // namespace
 
 void AdjustBlocks(Sheet& sheet) {
     BlockView& view = sheet.View;
     view.Tabs.clear();
-    int firstEntry = -1;
     for (int c = 0; c < sheet.flex.Cols(); ++c) {
         if (!IsEntry(sheet, c)) continue;
-        if (firstEntry < 0) firstEntry = c;
         std::string block = sheet.Meta(c, MetaRow::BlockName);
         if (static_cast<int>(view.Tabs.size()) < MaxBlocks &&
             std::find(view.Tabs.begin(), view.Tabs.end(), block) == view.Tabs.end())
@@ -62,15 +76,19 @@ void AdjustBlocks(Sheet& sheet) {
     } else {
         view.TabsVisible = true;
         if (nick >= 0) {
-            const int to = nick < firstEntry ? firstEntry - 1 : firstEntry;
+            // The format name goes last in the fixed area but for EntrySeq,
+            // which keeps the last place: frozen, and in view while the
+            // identifying columns and the entries scroll.
+            const int seq = sheet.EntrySeqCol();
+            const int fixed = sheet.flex.FixedCols();
+            const int to =
+                seq >= 0 ? (nick < seq ? seq - 1 : seq) : (nick < fixed ? fixed - 1 : fixed);
             MoveNickName(sheet, nick, to);
             // With every block hidden the rows' format names would label nothing.
             sheet.flex.Col(to).hidden = view.BlockDisplay == HideAllBlocks;
-            // A frozen area that reaches past the nickname column ends with
-            // it, so the format name stays in view while the entries scroll.
-            if (to < sheet.flex.FixedCols()) sheet.flex.SetFixedCols(to + 1);
         }
     }
+    KeepFixedCount(sheet);
     sheet.FindCols();
     AddCellBorders(sheet);
 }

@@ -11,22 +11,6 @@
 
 namespace synthara::sheet {
 
-namespace {
-
-// Where a brand-new block goes: after the blocks there are, or else right
-// after the identifying columns, ahead of the free columns.
-int NewBlockPlace(const Sheet& sheet, std::string_view blockName) {
-    int end = -1;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
-        if (sheet.MetaIs(c, MetaRow::Function, "Data Entry") &&
-            !sheet.MetaIs(c, MetaRow::BlockName, blockName))
-            end = c + 1;
-    }
-    return end >= 0 ? end : EndOfIdentifyingCols(sheet);
-}
-
-}  // namespace
-
 BlockWizard::BlockWizard(Sheet& sheet) : sheet_(sheet) {
     BackupFile();
 }
@@ -128,9 +112,6 @@ bool BlockWizard::CreateBlock() {
 
     const std::string& blockName = full.CurrentFormatShort;
     MoveEntryCols(sheet_, full.CurrentFormatLong, blockName);
-    // A block made of new columns only joins the others; one built over the
-    // user's columns stays where those are.
-    if (chosen.empty()) MoveBlockTo(sheet_, blockName, NewBlockPlace(sheet_, blockName));
     sheet_.FindCols();
     sheet_.AddLetters();
 

@@ -10,6 +10,7 @@
 #include "sheet/blocks/ColumnMoves.h"
 #include "sheet/blocks/Populations.h"
 #include "sheet/grid/Sheet.h"
+#include "sheet/rows/StudyRows.h"
 
 namespace synthara::sheet {
 
@@ -88,9 +89,10 @@ constexpr std::string_view kDisplayOrder[] = {
     "Odds ratio",
 };
 
-// Roles whose cells are codes of a fixed list; their titles are the role names.
-constexpr std::string_view kUntitledRoles[] = {"Effect direction", "Study design",
-                                               "Standardize by"};
+// Roles whose cells are codes of a fixed list. Their titles are the role
+// names, and the project's words never rewrite them.
+constexpr std::string_view kRoleTitledRoles[] = {"Effect direction", "Study design",
+                                                 "Standardize by"};
 
 // The indices a format shows, primary first, limited to indices the sheet
 // knows. A name only old files hold borrows the set of the first format
@@ -156,29 +158,38 @@ std::string DisplayTitle(std::string_view indexName, std::string_view attribute)
     return title;
 }
 
-}  // namespace
-
-void Sheet::TitleEntryColumn(int col) {
-    const std::string role = Meta(col, MetaRow::Attribute);
-    if (std::find(std::begin(kUntitledRoles), std::end(kUntitledRoles), role) !=
-        std::end(kUntitledRoles))
-        return;
-    const std::string pieces[] = {Meta(col, MetaRow::LabelPart1), Meta(col, MetaRow::LabelPart2),
-                                  Meta(col, MetaRow::LabelPart3)};
+// Rebuilds a column's title from its label pieces with the project's words
+// put in; false, with the title untouched, when the column has no pieces.
+bool TitleFromPieces(Sheet& sheet, int col) {
+    const std::string pieces[] = {sheet.Meta(col, MetaRow::LabelPart1),
+                                  sheet.Meta(col, MetaRow::LabelPart2),
+                                  sheet.Meta(col, MetaRow::LabelPart3)};
     const bool secondGroup =
         std::find(std::begin(pieces), std::end(pieces), "Group-B") != std::end(pieces);
     std::string title;
     for (const std::string& piece : pieces) {
         if (piece.empty()) continue;
         const int row = GroupWordRow(piece, secondGroup);
-        const std::string word = row != 0 ? SettingsWord(row) : piece;
+        const std::string word = row != 0 ? sheet.SettingsWord(row) : piece;
         if (word.empty()) continue;
         if (!title.empty()) title += ' ';
         title += word;
     }
-    if (!title.empty())
-        SetMeta(col, MetaRow::ColumnHeader, std::move(title));
-    else if (MetaIs(col, MetaRow::ColumnHeader, ""))
+    if (title.empty()) return false;
+    sheet.SetMeta(col, MetaRow::ColumnHeader, std::move(title));
+    return true;
+}
+
+}  // namespace
+
+void Sheet::TitleEntryColumn(int col) {
+    const std::string role = Meta(col, MetaRow::Attribute);
+    if (std::find(std::begin(kRoleTitledRoles), std::end(kRoleTitledRoles), role) !=
+        std::end(kRoleTitledRoles)) {
+        if (MetaIs(col, MetaRow::ColumnHeader, "")) SetMeta(col, MetaRow::ColumnHeader, role);
+        return;
+    }
+    if (!TitleFromPieces(*this, col) && MetaIs(col, MetaRow::ColumnHeader, ""))
         SetMeta(col, MetaRow::ColumnHeader, role);
 }
 
@@ -187,10 +198,9 @@ void Sheet::ApplyGroupNames() {
         if (MetaIs(c, MetaRow::Function, "Data Entry")) {
             TitleEntryColumn(c);
         } else if (MetaIs(c, MetaRow::Function, "Display")) {
-            const std::string index = Meta(c, MetaRow::IndexName);
-            if (!index.empty())
-                SetMeta(c, MetaRow::ColumnHeader,
-                        DisplayTitle(index, flex.At(MetaRow::Attribute, c).TextView()));
+            // Only pieces are rewritten: a display column carries none, so a
+            // title the user gave it survives every load.
+            TitleFromPieces(*this, c);
         }
     }
 }
@@ -325,9 +335,15 @@ int Sheet::MakePop(int populationIndex) {
     const std::string name(PopulationNames[static_cast<std::size_t>(populationIndex - 1)]);
     if (SayIfNameInUse(*this, name, -1)) return -1;
 
+    // The row display toggle shows in the grid: with "Merge rows" on, the
+    // identifying columns are drawn merged.
+    bool merged = false;
     int at = -1;
-    for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p)
-        at = std::max(at, GetCol(0, p));
+    for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p) {
+        const int c = GetCol(0, p);
+        if (c >= 0) merged = merged || flex.Col(c).merged;
+        at = std::max(at, c);
+    }
     if (at >= 0)
         ++at;
     else
@@ -350,6 +366,8 @@ int Sheet::MakePop(int populationIndex) {
     SetMeta(at, MetaRow::BlockSeq, std::to_string(populationIndex));
     FindCols();
     AddLetters();
+    // The new column joins the sort and the merged drawing of the others.
+    MergeRows(*this, merged);
     AddCellBorders(*this);
     return GetCol(0, populationIndex);
 }

@@ -30,8 +30,7 @@ Group GroupOf(const Sheet& sheet, int col) {
     if (col < 0 || col >= sheet.flex.Cols()) return Group::Other;
     if (sheet.MetaIs(col, MetaRow::Function, "Populations") || col == sheet.EntrySeqCol())
         return Group::Identifying;
-    // The nickname column labels the blocks and stands with them.
-    if (IsEntry(sheet, col) || col == sheet.NickNameCol()) return Group::Entry;
+    if (IsEntry(sheet, col)) return Group::Entry;
     if (sheet.MetaIs(col, MetaRow::Function, "Display")) return Group::Display;
     return Group::Other;
 }
@@ -127,21 +126,14 @@ void MoveEntryCols(Sheet& sheet, const std::string& formatName, const std::strin
         }
     }
     if (members.size() < 2) return;
-    const int start = members.front().col;
     std::stable_sort(members.begin(), members.end(),
                      [](const Member& a, const Member& b) { return a.seq < b.seq; });
+    // The format's first column stays; the others follow it in order.
+    const int start = members.front().col;
     std::vector<int> cols;
     for (const Member& m : members)
         cols.push_back(m.col);
     PlaceColumns(sheet.flex, cols, start);
-}
-
-void MoveBlockTo(Sheet& sheet, const std::string& blockName, int at) {
-    std::vector<int> cols;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
-        if (InBlock(sheet, c, blockName)) cols.push_back(c);
-    }
-    PlaceColumns(sheet.flex, cols, at);
 }
 
 bool CanMoveColumn(Sheet& sheet, int from, int to) {

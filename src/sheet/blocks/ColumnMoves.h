@@ -18,12 +18,10 @@ bool CanMoveColumn(Sheet& sheet, int from, int to);
 // is given; otherwise its block is renumbered from the left.
 bool RepositionEntryCols(Sheet& sheet, int from, int to);
 
-// Gathers the block of (formatName, blockName) at the place of its leftmost
-// column, in BlockSeq order, so the block is contiguous.
+// Gathers the block of (formatName, blockName) at the place of its first
+// column by BlockSeq, the others following in BlockSeq order, so the block is
+// contiguous.
 void MoveEntryCols(Sheet& sheet, const std::string& formatName, const std::string& blockName);
-
-// Moves the columns of a block, in their order, to start at position `at`.
-void MoveBlockTo(Sheet& sheet, const std::string& blockName, int at);
 
 // Sets the columns `cols` (positions, in the order wanted) side by side, the
 // first just before the column now at `before` (Cols() for the right end);

@@ -6,6 +6,7 @@
 #include "sheet/blocks/DisplayColumns.h"
 #include "sheet/files/Backup.h"
 #include "sheet/files/SheetFormat.h"
+#include "sheet/grid/NumberFormats.h"
 #include "sheet/rows/StudyRows.h"
 
 namespace synthara::sheet {
@@ -103,6 +104,7 @@ bool ProjectFiles::OpenTable(OpenKind kind, const std::string& path) {
     }
 
     MergeRows(sheet_, project_.MergeRowsOn);
+    SetDecs(sheet_);
     // A file never opens with all its blocks or all its results out of sight.
     BlockView& view = sheet_.View;
     if (view.BlockDisplay == HideAllBlocks) view.BlockDisplay = ShowCurrentBlock;

@@ -216,7 +216,8 @@ std::string GetNewName(const Sheet& sheet) {
         for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
             taken.insert(sheet.flex.Text(r, studyCol));
     }
-    for (int n = count;; ++n) {
+    // Counting starts at 1: a first study is "Study001".
+    for (int n = std::max(count, 1);; ++n) {
         char buffer[32];
         std::snprintf(buffer, sizeof buffer, "Study%03d", n);
         if (!taken.contains(buffer)) return buffer;

@@ -27,7 +27,7 @@ bool DeleteStudy(Sheet& sheet, OpenProject& project, int selectedRow,
 
 // The add-study dialog. GetNewName proposes a name not yet in the study
 // column: "Study" and a number of three digits, counting up from the number
-// of rows with data.
+// of rows with data, and from 1 on a sheet without any.
 std::string GetNewName(const Sheet& sheet);
 // Adds the rows of a new study to the first free rows: one row, or with
 // `rectangle` one row for each combination of the value lists of the other

@@ -1,0 +1,42 @@
+#include "sheet/grid/NumberFormats.h"
+
+#include <string>
+
+#include "sheet/grid/Sheet.h"
+
+namespace synthara::sheet {
+
+namespace {
+
+Alignment AlignmentOf(const Sheet& sheet, int col) {
+    if (sheet.MetaIs(col, MetaRow::Align, "Left")) return Alignment::Left;
+    if (sheet.MetaIs(col, MetaRow::Align, "Center")) return Alignment::Center;
+    if (sheet.MetaIs(col, MetaRow::Align, "Right")) return Alignment::Right;
+    return Alignment::General;
+}
+
+}  // namespace
+
+std::string DecimalsFormat(int decimals) {
+    if (decimals == 0) return "0";
+    if (decimals >= 1 && decimals <= 9)
+        return "0." + std::string(static_cast<std::size_t>(decimals), '0');
+    return "0.000";
+}
+
+void SetDecs(Sheet& sheet) {
+    Grid& flex = sheet.flex;
+    for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
+        Column& column = flex.Col(c);
+        const std::string decs = sheet.Meta(c, MetaRow::NumDecs);
+        if (sheet.MetaIs(c, MetaRow::DataType, "Integer"))
+            column.numberFormat = DecimalsFormat(0);
+        else if (decs.size() == 1 && decs[0] >= '0' && decs[0] <= '9')
+            column.numberFormat = DecimalsFormat(decs[0] - '0');
+        else
+            column.numberFormat = DecimalsFormat(sheet.Decimals);
+        column.alignment = AlignmentOf(sheet, c);
+    }
+}
+
+}  // namespace synthara::sheet

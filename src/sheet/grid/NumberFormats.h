@@ -1,0 +1,21 @@
+#pragma once
+// How each column shows its numbers: the number format and the alignment
+// that its metadata asks for.
+#include <string>
+
+namespace synthara::sheet {
+
+class Sheet;
+
+// The format with `decimals` digits after the point: "0", "0.0", up to
+// "0.000000000" for 9; "0.000" for any other count.
+std::string DecimalsFormat(int decimals);
+
+// Sets the number format and alignment of every column from the fixed-column
+// count on. An "Integer" column shows whole numbers; otherwise NumDecs "Auto"
+// (or anything but a digit) takes the program-wide decimals, and a digit its
+// own count. Align "Left", "Center" or "Right" aligns so; "Auto" leaves the
+// generic alignment.
+void SetDecs(Sheet& sheet);
+
+}  // namespace synthara::sheet
