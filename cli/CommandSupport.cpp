@@ -8,6 +8,7 @@
 
 #include "cli/App.h"
 #include "cli/LoadInput.h"
+#include "cli/LocaleSeparators.h"
 
 #include "effectsize/Compute.h"
 #include "effectsize/WorkingSet.h"
@@ -30,10 +31,21 @@ void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
     sheet.FindCols();
 }
 
-void AddInputOptions(CLI::App& command, std::string& input, std::string& format) {
+void AddInputOptions(CLI::App& command, std::string& input, std::string& format,
+                     sheet::NumberSeparators& separators) {
     command.add_option("INPUT", input, kInputHelp)->required();
     command.add_option("--format", format,
                        "Data format (long or short name) of rows without a \"Data format\" cell");
+    command.add_option_function<std::string>(
+        "--locale",
+        [&separators](const std::string& name) {
+            const auto found = LocaleSeparators(name);
+            if (!found)
+                throw CLI::ValidationError(
+                    "--locale", "the locale \"" + name + "\" is not installed on this system");
+            separators = *found;
+        },
+        "How numbers typed in cells are read, e.g. de_DE (default: the C locale)");
 }
 
 int LoadAndCompute(const std::string& input, const std::string& format, sheet::Sheet& sheet,
@@ -41,7 +53,24 @@ int LoadAndCompute(const std::string& input, const std::string& format, sheet::S
     if (const int status = LoadInput(input, format, sheet, imported, err); status != ExitDone)
         return status;
     ComputeRows(sheet, imported, prompter);
+    ReportUnbuiltFormats(sheet, imported, err);
     return ExitDone;
+}
+
+void ReportUnbuiltFormats(const sheet::Sheet& sheet, const sheet::ImportResult& imported,
+                          std::ostream& err) {
+    const int formatCol = sheet.FormatCol();
+    if (formatCol < 0) return;
+    std::vector<std::string> reported;
+    for (int i = 0; i < imported.dataRows; ++i) {
+        const std::string format = sheet.flex.Text(sheet::FixedRowCount + i, formatCol);
+        if (format.empty() || effectsize::ProcedureBuilt(format) ||
+            std::find(reported.begin(), reported.end(), format) != reported.end())
+            continue;
+        err << "Rows in the data format \"" << format << "\" compute nothing: their computation"
+            << kNotBuilt << '\n';
+        reported.push_back(format);
+    }
 }
 
 std::string Dump(const nlohmann::json& value) {

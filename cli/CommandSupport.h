@@ -17,8 +17,11 @@ class App;
 
 namespace synthara::cli {
 
-// The INPUT argument and --format option every command that reads a file takes.
-void AddInputOptions(CLI::App& command, std::string& input, std::string& format);
+// The INPUT argument and the --format and --locale options every command that
+// reads a file takes. --locale puts the separators of the locale it names into
+// `separators`, and refuses a locale the system does not have.
+void AddInputOptions(CLI::App& command, std::string& input, std::string& format,
+                     sheet::NumberSeparators& separators);
 
 // Reads INPUT into `sheet` and computes every row. Returns the exit status;
 // on a refusal the reason has been written to `err`.
@@ -29,6 +32,11 @@ int LoadAndCompute(const std::string& input, const std::string& format, sheet::S
 // sheet's column tables.
 void ComputeRows(sheet::Sheet& sheet, const sheet::ImportResult& imported,
                  ports::Prompter& prompter);
+
+// Says, for each data format of the rows read whose computation is not built
+// yet, that its rows compute nothing; the command goes on.
+void ReportUnbuiltFormats(const sheet::Sheet& sheet, const sheet::ImportResult& imported,
+                          std::ostream& err);
 
 // One JSON object on one line; text that is not valid UTF-8 is replaced, not refused.
 std::string Dump(const nlohmann::json& value);

@@ -100,7 +100,7 @@ void PrintTable(const json& rows, const sheet::Sheet& sheet, std::ostream& out) 
 
 CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     auto* cmd = app.add_subcommand("compute", "Compute every row's effect sizes");
-    AddInputOptions(*cmd, args.input, args.format);
+    AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_flag("--json", args.json, "Print JSON");
     return cmd;
 }
@@ -126,6 +126,7 @@ json ComputeJson(const sheet::Sheet& sheet, const sheet::ImportResult& imported)
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     sheet::Sheet sheet(prompter);
+    sheet.Separators = args.separators;
     sheet::ImportResult imported;
     if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
         status != ExitDone)

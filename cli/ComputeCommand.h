@@ -17,6 +17,7 @@ namespace synthara::cli {
 struct ComputeArgs {
     std::string input;
     std::string format;
+    sheet::NumberSeparators separators;  // --locale
     bool json = false;
 };
 

@@ -14,7 +14,7 @@ namespace synthara::cli {
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args) {
     auto* cmd = app.add_subcommand("convert", "Write a project or template from a file");
-    AddInputOptions(*cmd, args.input, args.format);
+    AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_option("OUTPUT", args.output, "The project (.syn) or template (.syt) to write")
         ->required();
     return cmd;
@@ -27,6 +27,7 @@ int RunConvert(const ConvertArgs& args, std::ostream& out, std::ostream& err) {
     }
     CliPrompter prompter(err);
     sheet::Sheet sheet(prompter);
+    sheet.Separators = args.separators;
     sheet::ImportResult imported;
     if (const int status = LoadAndCompute(args.input, args.format, sheet, imported, prompter, err);
         status != ExitDone)

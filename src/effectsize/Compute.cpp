@@ -85,9 +85,10 @@ void LoadPlan(sheet::Sheet& sheet, std::string_view format, RolePlan& plan) {
     }
 }
 
-// Reads the row's entries by role; true when at least one is present.
-bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
-                 WorkingSet& ws) {
+// Reads the row's entries by role; true when at least one is present. Typed
+// text is read with the separators of the user's locale.
+bool ReadEntries(const sheet::Grid& flex, const sheet::NumberSeparators& separators, int row,
+                 const std::array<int, MaxRoles>& roleCol, WorkingSet& ws) {
     bool any = false;
     for (std::size_t role = 0; role < At(MaxRoles); ++role) {
         ws.EntryVals[role] = 0;
@@ -104,7 +105,7 @@ bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRole
         } else if (cell.IsText()) {
             const std::string_view text = cell.TextView();
             ws.EntryText[role].assign(text);
-            numeric = !text.empty() && sheet::ParseNumber(text, value);
+            numeric = !text.empty() && sheet::ParseTypedNumber(text, separators, value);
         }
         if (numeric) {
             ws.EntryVals[role] = value;
@@ -231,7 +232,7 @@ void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, Pen
     if (format.empty()) return;
     if (!plan.loaded || format != plan.format) LoadPlan(sheet, format, plan);
     p.roleCol = plan.col;
-    if (!ReadEntries(flex, row, p.roleCol, p.ws)) return;
+    if (!ReadEntries(flex, sheet.Separators, row, p.roleCol, p.ws)) return;
     p.hasEntry = true;
     if (p.labelsFormat != plan.format) {
         p.labelsFormat = plan.format;
@@ -241,6 +242,10 @@ void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, Pen
 }
 
 }  // namespace
+
+bool ProcedureBuilt(std::string_view format) {
+    return ProcedureOf(sheet::ProcedureFor(format)) != nullptr;
+}
 
 void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context) {
     if (ProcedureFn procedure = ProcedureOf(sheet::ProcedureFor(format)))

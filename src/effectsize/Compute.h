@@ -16,6 +16,10 @@ void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& c
 // or one whose procedure is not built yet, computes nothing.
 void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context);
 
+// True when the procedure of `format` is built; rows of other formats are
+// read and kept, and compute nothing.
+bool ProcedureBuilt(std::string_view format);
+
 // Gives a procedure its four working cells from the 3-by-3 table `cells`
 // (1-based: cells[1][1] is A). With addFudge and a zero product, 0.5 is added
 // to all four and `added` is set. `paired` changes nothing.
