@@ -170,6 +170,13 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         status != ExitDone)
         return status;
 
+    // A file of titles alone has no blocks either; the sheet check would ask
+    // for columns, when what is missing is the studies.
+    if (sheet.isRowEmpty(sheet.GetLastRow())) {
+        err << args.input << ": the file has no study rows to analyse\n";
+        return ExitRefused;
+    }
+
     analysis::Analysis analysis(prompter);
     analysis.DisplayIndex = args.index;
     analysis.CILevel = level;
