@@ -36,16 +36,18 @@ void AddInputOptions(CLI::App& command, std::string& input, std::string& format,
     command.add_option("INPUT", input, kInputHelp)->required();
     command.add_option("--format", format,
                        "Data format (long or short name) of rows without a \"Data format\" cell");
-    command.add_option_function<std::string>(
-        "--locale",
-        [&separators](const std::string& name) {
-            const auto found = LocaleSeparators(name);
-            if (!found)
-                throw CLI::ValidationError(
-                    "--locale", "the locale \"" + name + "\" is not installed on this system");
-            separators = *found;
-        },
-        "How numbers typed in cells are read, e.g. de_DE (default: the C locale)");
+    command
+        .add_option_function<std::string>(
+            "--locale",
+            [&separators](const std::string& name) {
+                const auto found = LocaleSeparators(name);
+                if (!found)
+                    throw CLI::ValidationError(
+                        "--locale", "the locale \"" + name + "\" is not installed on this system");
+                separators = *found;
+            },
+            "How numbers typed in cells are read, e.g. de_DE (default: the C locale)")
+        ->type_name("NAME");
 }
 
 int LoadAndCompute(const std::string& input, const std::string& format, sheet::Sheet& sheet,
