@@ -1,5 +1,6 @@
 #include "cli/AnalyzeCommand.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <ostream>
@@ -105,7 +106,7 @@ void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
 
 CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
     auto* cmd = app.add_subcommand("analyze", "Combine the studies: fixed and random summaries");
-    AddInputOptions(*cmd, args.input, args.format);
+    AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_option("--index", args.index,
                     "Effect size index, as the analysis offers it (default: the primary index)");
     cmd->add_option("--ci-level", args.ciLevel,
@@ -162,8 +163,16 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
 
     CliPrompter prompter(err);
     shell::Document document(prompter);
-    if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
+    if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
+        status != ExitDone)
         return status;
+
+    // A file of titles alone has no blocks either; the sheet check would ask
+    // for columns, when what is missing is the studies.
+    if (document.Sheet().isRowEmpty(document.Sheet().GetLastRow())) {
+        err << args.input << ": the file has no study rows to analyse\n";
+        return ExitRefused;
+    }
 
     analysis::Analysis analysis(prompter);
     analysis.DisplayIndex = args.index;
@@ -171,22 +180,30 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     switch (document.RunAnalyses(analysis)) {
         case analysis::ComputeStatus::Done:
             break;
+        case analysis::ComputeStatus::SheetRefused:
         case analysis::ComputeStatus::UnknownIndex:
-            return ExitRefused;  // the engine's "Oops!" box has said why
+            return ExitRefused;  // the engine's box has said why
         case analysis::ComputeStatus::NoIndexColumns:
             err << "The sheet has no \"" << analysis.ComputationIndex
                 << "\" columns: its data formats do not yield the index \"" << analysis.DisplayIndex
                 << "\"\n";
             return ExitRefused;
         case analysis::ComputeStatus::NotAvailable:
-            err << "The Mantel-Haenszel summary (\"" << analysis.DisplayIndex
-                << "\") is not available in this version\n";
+            err << "The Mantel-Haenszel summary (\"" << analysis.DisplayIndex << "\")" << kNotBuilt
+                << '\n';
             return ExitRefused;
         case analysis::ComputeStatus::Busy:
             return ExitRefused;
     }
 
     const AnalysisResult result = analysis::CollectResult(analysis);
+    if (std::none_of(result.studies.begin(), result.studies.end(),
+                     [](const analysis::StudyResult& s) { return s.valid; })) {
+        err << "No study has a valid \"" << analysis.DisplayIndex
+            << "\": every row lacks the data it needs or was refused (\"compute\" shows each "
+               "row's errors)\n";
+        return ExitRefused;
+    }
     if (args.json) {
         out << Dump(AnalyzeJson(result)) << '\n';
         return ExitDone;

@@ -7,6 +7,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "analysis/Result.h"
+#include "sheet/grid/Cell.h"
 
 namespace CLI {
 class App;
@@ -17,6 +18,7 @@ namespace synthara::cli {
 struct AnalyzeArgs {
     std::string input;
     std::string format;
+    sheet::NumberSeparators separators;  // --locale
     std::string index;    // as the analysis offers it; "" for the sheet's primary index
     std::string ciLevel;  // "95" or "95%"; "" for the default
     bool json = false;

@@ -1,7 +1,11 @@
 #include "cli/App.h"
 
 #include <exception>
+#include <new>
+#include <optional>
 #include <ostream>
+#include <string_view>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -10,6 +14,58 @@
 #include "cli/ConvertCommand.h"
 
 namespace synthara::cli {
+namespace {
+
+// The commands and options of the command line that this version does not
+// have yet. An option is named with its command, or with "" for every
+// command that reads INPUT.
+constexpr std::string_view kPlannedCommands[] = {"bias", "regress"};
+constexpr std::pair<std::string_view, std::string_view> kPlannedOptions[] = {
+    {"", "--option"},          {"compute", "--trails"},      {"analyze", "--group-by"},
+    {"analyze", "--run"},      {"analyze", "--tau2"},        {"analyze", "--hksj"},
+    {"analyze", "--exclude"},  {"analyze", "--unit"},        {"analyze", "--comparisons"},
+    {"analyze", "--outcomes"}, {"analyze", "--time-points"}, {"analyze", "--sequence"}};
+
+CLI::App* FindSubcommand(CLI::App& app, std::string_view name) {
+    for (CLI::App* sub : app.get_subcommands([](CLI::App*) { return true; })) {
+        if (sub->get_name() == name) return sub;
+    }
+    return nullptr;
+}
+
+bool IsPlannedOption(std::string_view command, std::string_view option) {
+    for (const auto& [forCommand, name] : kPlannedOptions) {
+        if (name == option && (forCommand.empty() || forCommand == command)) return true;
+    }
+    return false;
+}
+
+// What the arguments ask for that is planned and not built yet, in words;
+// nothing when they ask for nothing of the kind. An option counts only while
+// its command has no option of that name, so that building it is enough.
+std::optional<std::string> NotBuiltYet(CLI::App& app, const std::vector<std::string>& args) {
+    std::size_t at = 0;
+    while (at < args.size() && args[at].starts_with("-"))
+        ++at;
+    if (at == args.size()) return std::nullopt;
+    const std::string& command = args[at];
+    CLI::App* sub = FindSubcommand(app, command);
+    if (sub == nullptr) {
+        for (std::string_view planned : kPlannedCommands) {
+            if (planned == command) return "The command \"" + command + "\"" + kNotBuilt;
+        }
+        return std::nullopt;
+    }
+    for (std::size_t i = at + 1; i < args.size() && args[i] != "--"; ++i) {
+        if (!args[i].starts_with("--")) continue;
+        const std::string option = args[i].substr(0, args[i].find('='));
+        if (IsPlannedOption(command, option) && sub->get_option_no_throw(option) == nullptr)
+            return "The option " + option + " of \"" + command + "\"" + kNotBuilt;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
 
 int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     CLI::App app("Synthara: meta-analysis from the command line", "synthara-cli");
@@ -23,6 +79,10 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     ConvertArgs convert;
     auto* convertCmd = AddConvertCommand(app, convert);
 
+    if (const auto notBuilt = NotBuiltYet(app, args)) {
+        err << *notBuilt << '\n';
+        return ExitUsage;
+    }
     try {
         // CLI11 takes the arguments last to first.
         std::vector<std::string> reversed(args.rbegin(), args.rend());
@@ -35,9 +95,13 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (computeCmd->parsed()) return RunCompute(compute, out, err);
         if (analyzeCmd->parsed()) return RunAnalyze(analyze, out, err);
         if (convertCmd->parsed()) return RunConvert(convert, out, err);
-    } catch (const std::exception& e) {
-        // The engine reports bad data in its own words; this is the last guard.
-        err << "synthara-cli: " << e.what() << '\n';
+    } catch (const std::bad_alloc&) {
+        err << "There is not enough memory for this file\n";
+        return ExitRefused;
+    } catch (const std::exception&) {
+        // The engine reports bad data in its own words; this is the last
+        // guard, and a library's text means nothing to the user.
+        err << "The command stopped on an unexpected fault in the program\n";
         return ExitRefused;
     }
     return ExitUsage;

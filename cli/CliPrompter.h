@@ -1,6 +1,8 @@
 #pragma once
-// The engine's message boxes on a terminal: each box becomes "title: text" on
-// standard error, and every question takes its default answer.
+// The engine's message boxes on a terminal: each box becomes its title on a
+// line of its own and its lines beneath, indented by two blanks and without
+// the blanks that pad them, on standard error. Every question takes its
+// default answer.
 #include <iosfwd>
 
 #include "ports/Prompter.h"

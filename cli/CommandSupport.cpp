@@ -7,20 +7,36 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/App.h"
+#include "cli/LocaleSeparators.h"
+#include "effectsize/Compute.h"
 #include "sheet/import/ImportTable.h"
 #include "shell/FileKinds.h"
 
 namespace synthara::cli {
 
-void AddInputOptions(CLI::App& command, std::string& input, std::string& format) {
+void AddInputOptions(CLI::App& command, std::string& input, std::string& format,
+                     sheet::NumberSeparators& separators) {
     command.add_option("INPUT", input, kInputHelp)->required();
     command.add_option("--format", format,
                        "Data format (long or short name) of rows without a \"Data format\" cell");
+    command
+        .add_option_function<std::string>(
+            "--locale",
+            [&separators](const std::string& name) {
+                const auto found = LocaleSeparators(name);
+                if (!found)
+                    throw CLI::ValidationError(
+                        "--locale", "the locale \"" + name + "\" is not installed on this system");
+                separators = *found;
+            },
+            "How numbers typed in cells are read, e.g. de_DE (default: the C locale)")
+        ->type_name("NAME");
 }
 
-int OpenInput(const std::string& input, const std::string& format, shell::Document& document,
+int OpenInput(const std::string& input, const std::string& format,
+              const sheet::NumberSeparators& separators, shell::Document& document,
               std::ostream& err) {
-    const shell::OpenOutcome opened = document.Open(input, {format});
+    const shell::OpenOutcome opened = document.Open(input, {format, separators});
     switch (opened.status) {
         case shell::OpenStatus::Opened:
             break;
@@ -38,7 +54,23 @@ int OpenInput(const std::string& input, const std::string& format, shell::Docume
     // A project's rows already carry their formats: --format names none of them.
     if (!format.empty() && shell::IsProjectFile(input))
         err << "--format has no effect on a project file\n";
+    ReportUnbuiltFormats(document.Sheet(), document.DataRows(), err);
     return ExitDone;
+}
+
+void ReportUnbuiltFormats(const sheet::Sheet& sheet, int dataRows, std::ostream& err) {
+    const int formatCol = sheet.FormatCol();
+    if (formatCol < 0) return;
+    std::vector<std::string> reported;
+    for (int i = 0; i < dataRows; ++i) {
+        const std::string format = sheet.flex.Text(sheet::FixedRowCount + i, formatCol);
+        if (format.empty() || effectsize::ProcedureBuilt(format) ||
+            std::find(reported.begin(), reported.end(), format) != reported.end())
+            continue;
+        err << "Rows in the data format \"" << format << "\" compute nothing: their computation"
+            << kNotBuilt << '\n';
+        reported.push_back(format);
+    }
 }
 
 std::string Dump(const nlohmann::json& value) {

@@ -113,7 +113,7 @@ void PrintTable(const json& rows, const sheet::Sheet& sheet, std::ostream& out) 
 
 CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     auto* cmd = app.add_subcommand("compute", "Compute every row's effect sizes");
-    AddInputOptions(*cmd, args.input, args.format);
+    AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_flag("--json", args.json, "Print JSON");
     cmd->add_flag("--trails", args.trails, "Add each index's formula trail to the JSON");
     return cmd;
@@ -138,7 +138,8 @@ json ComputeJson(const sheet::Sheet& sheet, int dataRows, const effectsize::Comp
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     shell::Document document(prompter);
-    if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
+    if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
+        status != ExitDone)
         return status;
     const json result = ComputeJson(document.Sheet(), document.DataRows(), document.Options(),
                                     prompter, args.trails);

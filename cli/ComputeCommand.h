@@ -18,6 +18,7 @@ namespace synthara::cli {
 struct ComputeArgs {
     std::string input;
     std::string format;
+    sheet::NumberSeparators separators;  // --locale
     bool json = false;
     bool trails = false;  // each index's formula trail in the JSON
 };

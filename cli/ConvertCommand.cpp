@@ -13,7 +13,7 @@ namespace synthara::cli {
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args) {
     auto* cmd = app.add_subcommand("convert", "Write a project or template from a file");
-    AddInputOptions(*cmd, args.input, args.format);
+    AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_option("OUTPUT", args.output, "The project (.syn) or template (.syt) to write")
         ->required();
     return cmd;
@@ -26,7 +26,8 @@ int RunConvert(const ConvertArgs& args, std::ostream& out, std::ostream& err) {
     }
     CliPrompter prompter(err);
     shell::Document document(prompter);
-    if (const int status = OpenInput(args.input, args.format, document, err); status != ExitDone)
+    if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
+        status != ExitDone)
         return status;
     const sheet::FileResult saved = document.Save(args.output);
     if (!saved.ok) {

@@ -4,6 +4,8 @@
 #include <iosfwd>
 #include <string>
 
+#include "sheet/grid/Cell.h"
+
 namespace CLI {
 class App;
 }
@@ -14,6 +16,7 @@ struct ConvertArgs {
     std::string input;
     std::string output;
     std::string format;
+    sheet::NumberSeparators separators;  // --locale
 };
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args);

@@ -24,6 +24,7 @@ enum class ComputeStatus {
     UnknownIndex,    // the index is not one the analysis knows ("Oops!" was shown)
     NoIndexColumns,  // the sheet has no columns for the computation index
     NotAvailable,    // the Mantel-Haenszel summaries are not part of this build
+    SheetRefused,    // the sheet check refused the sheet (its box was shown)
 };
 
 class Analysis {
@@ -94,7 +95,9 @@ class Analysis {
     bool computed_ = false;  // a Compute has written into the working columns
 };
 
-// The sheet's "Run analyses": fills the working table and computes.
+// The sheet's "Run analyses": the sheet check refuses or mends the sheet
+// (empty identifying cells take "Blank"), its rows are tidied, and then the
+// working table is filled and computed.
 ComputeStatus RunAnalyses(sheet::Sheet& sheet, Analysis& analysis);
 
 }  // namespace synthara::analysis

@@ -4,6 +4,7 @@
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
 #include "sheet/grid/Sheet.h"
+#include "sheet/rows/SheetCheck.h"
 
 namespace synthara::analysis {
 
@@ -111,6 +112,11 @@ bool Analysis::SetConfidenceLevel(std::string_view level) {
 }
 
 ComputeStatus RunAnalyses(sheet::Sheet& sheet, Analysis& analysis) {
+    // Nothing of the sheet reaches the working table before it is proved
+    // usable: a duplicate row or a row without a study name would be merged
+    // or grouped as if it were sound.
+    if (!sheet::CheckData(sheet)) return ComputeStatus::SheetRefused;
+    sheet.SynchData();
     analysis.FillFromSheet(sheet);
     return analysis.Compute();
 }

@@ -220,7 +220,7 @@ void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, Pen
     if (format.empty()) return;
     if (!plan.loaded || format != plan.format) LoadPlan(sheet, format, plan);
     p.roleCol = plan.col;
-    if (!ReadEntries(flex, row, p.roleCol, p.ws)) return;
+    if (!ReadEntries(flex, sheet.Separators, row, p.roleCol, p.ws)) return;
     p.hasEntry = true;
     if (p.labelsFormat != plan.format) {
         p.labelsFormat = plan.format;
@@ -231,8 +231,8 @@ void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, Pen
 
 }  // namespace
 
-bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
-                 WorkingSet& ws) {
+bool ReadEntries(const sheet::Grid& flex, const sheet::NumberSeparators& separators, int row,
+                 const std::array<int, MaxRoles>& roleCol, WorkingSet& ws) {
     bool any = false;
     for (std::size_t role = 0; role < At(MaxRoles); ++role) {
         ws.EntryVals[role] = 0;
@@ -249,7 +249,7 @@ bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRole
         } else if (cell.IsText()) {
             const std::string_view text = cell.TextView();
             ws.EntryText[role].assign(text);
-            numeric = !text.empty() && sheet::ParseNumber(text, value);
+            numeric = !text.empty() && sheet::ParseTypedNumber(text, separators, value);
         }
         if (numeric) {
             ws.EntryVals[role] = value;
@@ -266,6 +266,10 @@ void RunProcedure(const sheet::FormatDef* format, WorkingSet& ws, ComputeContext
         procedure(*format, ws, context);
         RefuseNonFinite(ws);
     }
+}
+
+bool ProcedureBuilt(std::string_view format) {
+    return ProcedureOf(sheet::ProcedureFor(format)) != nullptr;
 }
 
 void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context) {

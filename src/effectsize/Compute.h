@@ -22,9 +22,14 @@ void RunProcedure(const sheet::FormatDef* format, WorkingSet& ws, ComputeContext
 void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context);
 
 // Reads a row's entries by role into `ws` from the role columns (-1: none);
-// true when at least one holds a number.
-bool ReadEntries(const sheet::Grid& flex, int row, const std::array<int, MaxRoles>& roleCol,
-                 WorkingSet& ws);
+// true when at least one holds a number. Typed text is read with the
+// separators of the user's locale.
+bool ReadEntries(const sheet::Grid& flex, const sheet::NumberSeparators& separators, int row,
+                 const std::array<int, MaxRoles>& roleCol, WorkingSet& ws);
+
+// True when the procedure of `format` is built; rows of other formats are
+// read and kept, and compute nothing.
+bool ProcedureBuilt(std::string_view format);
 
 // Gives a procedure its four working cells from the 3-by-3 table `cells`
 // (1-based: cells[1][1] is A). With addFudge and a zero product, 0.5 is added

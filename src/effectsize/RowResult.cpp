@@ -73,7 +73,7 @@ RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& 
     roleCol.fill(-1);
     if (definition != nullptr) roleCol = RoleColumns(sheet, *definition);
     RowResult result;
-    if (!format.empty() && ReadEntries(sheet.flex, row, roleCol, ws)) {
+    if (!format.empty() && ReadEntries(sheet.flex, sheet.Separators, row, roleCol, ws)) {
         for (std::size_t role = 0; role < At(MaxRoles); ++role)
             if (roleCol[role] > 0) ws.EntryLabels[role] = sheet.ColumnLabel(roleCol[role]);
         ComputeOptions rowOptions = options;

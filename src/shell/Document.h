@@ -22,6 +22,8 @@ namespace synthara::shell {
 struct OpenSettings {
     // The format (long or short name) of text rows that name none; "" for none.
     std::string defaultFormat;
+    // How numbers typed into cells are read: the user's locale's separators.
+    sheet::NumberSeparators separators;
 };
 
 enum class OpenStatus {

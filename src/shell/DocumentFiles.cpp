@@ -52,12 +52,14 @@ OpenOutcome Document::Open(const std::filesystem::path& path, const OpenSettings
     // The new sheet is built aside and taken only when the whole file was read.
     sheet::Sheet fresh(prompter_);
     fresh.InitializeGrid();
+    fresh.Separators = settings.separators;
     sheet::OpenProject project;
     int dataRows = 0;
     const std::string name = path.string();
     if (IsProjectFile(path)) {
         const sheet::FileResult loaded = sheet::LoadProjectFile(fresh, path);
         if (!loaded.ok) return {OpenStatus::Refused, name + ": " + loaded.message};
+        fresh.Separators = settings.separators;
         dataRows = DataRowsOf(fresh);
         if (IsTemplateFile(path)) {
             project.CurrentTemplatePath = name;

@@ -198,8 +198,9 @@ TEST(Analysis, RowsStandByStudyNameAndEmptyRowsGo) {
     EXPECT_EQ(*r.studies[0].estimate.point, 0.1);
     EXPECT_EQ(r.studies[1].identity[0], "Beta");
     EXPECT_EQ(*r.studies[1].estimate.point, 0.5);
-    // The entry order stays with the rows; the block's first row names the last study.
-    EXPECT_EQ(f.analysis.vs.Text(r.studies[0].row, Key::EntrySeq), "00003");
+    // The empty row went to the end before the rows were numbered; the entry
+    // order stays with the rows; the block's first row names the last study.
+    EXPECT_EQ(f.analysis.vs.Text(r.studies[0].row, Key::EntrySeq), "00002");
     const int total = f.analysis.CalculationRows().back();
     EXPECT_EQ(f.analysis.vs.Text(total, "Study name"), "Beta");
     EXPECT_EQ(f.analysis.vs.Text(total + 2, Key::Model), "Random, ignoring grouping");

@@ -8,6 +8,16 @@ namespace {
 
 using clitest::Ran;
 
+constexpr const char* kTitles =
+    "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n";
+
+Ran AnalyzeText(const std::string& text, std::vector<std::string> options = {}) {
+    const std::string path = clitest::WriteFile("rows.csv", text);
+    std::vector<std::string> args = {"analyze", path, "--format", "Cohort 2x2 (Events)"};
+    args.insert(args.end(), options.begin(), options.end());
+    return clitest::RunCli(args);
+}
+
 Ran Analyze(std::vector<std::string> options) {
     const std::string path = clitest::WriteFile(
         "analyze.csv",
@@ -30,13 +40,72 @@ TEST(AnalyzeCommand, RefusesWhatItCannotAnalyze) {
         {{"--index", "MH odds ratio"}, ExitRefused, "Mantel-Haenszel"},
         {{"--index", "Hedges's g", "--ci-level", "96"}, ExitUsage, "--ci-level"},
         {{"--ci-level", "90%"}, ExitDone, ""},
-        {{"--group-by", "Study name"}, ExitUsage, ""},
+        {{"--group-by", "Study name"}, ExitUsage, kNotBuilt},
     };
     for (const auto& c : cases) {
         const Ran ran = Analyze(c.options);
         EXPECT_EQ(ran.status, c.status) << ran.err;
         EXPECT_NE(ran.err.find(c.err), std::string::npos) << ran.err;
     }
+}
+
+// The sheet check's boxes, title first, each line beneath without the blanks
+// that pad it in the dialog.
+TEST(AnalyzeCommand, TheSheetCheckRefusesTheSheetFirst) {
+    const struct {
+        const char* name;
+        std::string rows;
+        const char* err;
+    } cases[] = {
+        {"duplicate", "A,4,123,11,139\nB,6,306,29,303\nA,5,100,9,98\n",
+         "Duplicate row found\n"
+         "  The following row appears more than once\n"
+         "  A, , , ,\n"},
+        // An empty subgroup is the word "Blank" once the check has filled it.
+        {"blank subgroup",
+         "Study name,Subgroup within study,Group-A Events,Group-A Total N,Group-B Events,"
+         "Group-B Total N\nA,,4,123,11,139\nA,Blank,6,306,29,303\n",
+         "Duplicate row found\n"
+         "  The following row appears more than once\n"
+         "  A, Blank, , ,\n"},
+        {"one name missing", "A,4,123,11,139\n,6,306,29,303\n",
+         "Study name missing\n"
+         "  One row is missing the study name.\n"
+         "  Please enter the name and re-run the analysis.\n"
+         "  To remove the red background use the 'Tools' menu.\n"},
+        {"two names missing", ",4,123,11,139\nB,6,306,29,303\n,5,100,9,98\n",
+         "Study name missing\n"
+         "  2 rows are missing the study name.\n"
+         "  Please enter the names and re-run the analysis.\n"
+         "  To remove the red background use the 'Tools' menu.\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string text = c.rows.starts_with("Study name") ? c.rows : kTitles + c.rows;
+        const Ran ran = AnalyzeText(text, {"--index", "Odds ratio"});
+        EXPECT_EQ(ran.status, ExitRefused);
+        EXPECT_EQ(ran.err, c.err);
+        EXPECT_EQ(ran.out, "");
+    }
+}
+
+TEST(AnalyzeCommand, TitlesWithoutStudyRowsSaySo) {
+    for (const std::string rows : {"", "\n,,,,\n"}) {
+        const std::string path = clitest::WriteFile("titles.csv", kTitles + rows);
+        const Ran ran = clitest::RunCli(
+            {"analyze", path, "--format", "Cohort 2x2 (Events)", "--index", "Odds ratio"});
+        EXPECT_EQ(ran.status, ExitRefused);
+        EXPECT_EQ(ran.err, path + ": the file has no study rows to analyse\n");
+    }
+}
+
+TEST(AnalyzeCommand, NoValidStudyIsRefusedNamingTheIndex) {
+    // Both rows are read; neither yields the index.
+    const Ran ran = AnalyzeText(std::string(kTitles) + "A,,123,11,139\nB,40,30,29,303\n",
+                                {"--index", "Risk ratio"});
+    EXPECT_EQ(ran.status, ExitRefused);
+    EXPECT_TRUE(ran.err.starts_with("No study has a valid \"Risk ratio\": ")) << ran.err;
+    EXPECT_EQ(ran.out, "");
 }
 
 TEST(AnalyzeCommand, JsonKeepsEveryRowAndPrintsNullForWhatIsMissing) {

@@ -87,10 +87,16 @@ TEST(ImportTable, RefusesInvalidTextInATableBuiltByHand) {
 
 TEST(ImportTable, ModeratorTypeFollowsItsCells) {
     using V = std::vector<std::string_view>;
-    EXPECT_EQ(ModeratorDataType(V{"1", "", " 20 ", "-3"}), "Integer");
-    EXPECT_EQ(ModeratorDataType(V{"1", "2.5", "1e3"}), "Decimal");
-    EXPECT_EQ(ModeratorDataType(V{"1", "random"}), "Categorical");
-    EXPECT_EQ(ModeratorDataType(V{"", " "}), "Categorical");
+    const NumberSeparators c;
+    const NumberSeparators german{",", "."};
+    EXPECT_EQ(ModeratorDataType(V{"1", "", " 20 ", "-3", "1,200"}, c), "Integer");
+    EXPECT_EQ(ModeratorDataType(V{"1", "2.5", "1e3"}, c), "Decimal");
+    EXPECT_EQ(ModeratorDataType(V{"1", "random"}, c), "Categorical");
+    EXPECT_EQ(ModeratorDataType(V{"", " "}, c), "Categorical");
+    // The cells are read in the user's locale.
+    EXPECT_EQ(ModeratorDataType(V{"1", "2,5"}, c), "Categorical");
+    EXPECT_EQ(ModeratorDataType(V{"1", "2,5"}, german), "Decimal");
+    EXPECT_EQ(ModeratorDataType(V{"1.200", "3"}, german), "Integer");
 
     Imported in("Study name,ablat,alloc,Group-A Events\nA,44,random,4\nB,,,5\n", kEventsN);
     ASSERT_TRUE(in.result.ok) << in.result.message;

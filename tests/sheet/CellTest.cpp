@@ -42,12 +42,12 @@ TEST(CellTest, SharedTextOutlivesItsOwners) {
 }
 
 TEST(CellTest, NumbersAreReadFromTextAndCells) {
-    // A decimal comma as well as a point; surrounding blanks and line ends go.
+    // The program's own format: a point only; surrounding blanks and line ends go.
     const std::pair<const char*, double> cases[] = {
-        {"0", 0},      {"42", 42},        {"-7", -7},      {"+7", 7},      {"3.5", 3.5},
-        {".5", 0.5},   {"5.", 5},         {"-.25", -0.25}, {"2,5", 2.5},   {"-0,75", -0.75},
-        {"1e3", 1000}, {"1.5E-2", 0.015}, {"2,5e+1", 25},  {" \t12 ", 12}, {"007", 7},
-        {"1e-400", 0}, {"0.1", 0.1},      {"12\r\n", 12}};
+        {"0", 0},      {"42", 42},        {"-7", -7},     {"+7", 7},
+        {"3.5", 3.5},  {".5", 0.5},       {"5.", 5},      {"-.25", -0.25},
+        {"1e3", 1000}, {"1.5E-2", 0.015}, {"2.5e+1", 25}, {" \t12 ", 12},
+        {"007", 7},    {"1e-400", 0},     {"0.1", 0.1},   {"12\r\n", 12}};
     for (const auto& [text, want] : cases) {
         SCOPED_TRACE(text);
         double got = -99;
@@ -60,20 +60,71 @@ TEST(CellTest, NumbersAreReadFromTextAndCells) {
 
     EXPECT_TRUE(Cell::FromNumber(2.5).TryNumber(got));
     EXPECT_EQ(got, 2.5);
-    EXPECT_TRUE(Cell::FromText(" 3,25 ").TryNumber(got));
+    EXPECT_TRUE(Cell::FromText(" 3.25 ").TryNumber(got));
     EXPECT_EQ(got, 3.25);
     EXPECT_FALSE(Cell::FromText("n/a").TryNumber(got));
     EXPECT_FALSE(Cell().TryNumber(got));
 }
 
 TEST(CellTest, ParseNumberRejects) {
-    for (const char* text : {"",    "   ",  "n/a", "1.2.3", "1,2,3", "1,234.5", "inf",   "-inf",
-                             "nan", "0x10", "1e",  "1e+",   "e5",    "12abc",   "1 2",   "--1",
-                             "+-1", ".",    "-",   ",",     "1e5.5", "1e400",   "1_000", "١٢"}) {
+    // A comma is no part of the program's own format, as decimal or as group.
+    for (const char* text :
+         {"",     "   ", "n/a",   "1.2.3", "1,2,3", "1,234.5",      "inf", "-inf", "nan",
+          "0x10", "1e",  "1e+",   "e5",    "12abc", "1 2",          "--1", "+-1",  ".",
+          "-",    ",",   "1e5.5", "1e400", "1_000", "\u0661\u0662", "2,5", "1,200"}) {
         SCOPED_TRACE(text);
         double got = -99;
         EXPECT_FALSE(ParseNumber(text, got));
         EXPECT_EQ(got, -99);  // untouched on failure
+    }
+}
+
+TEST(CellTest, TypedNumbersFollowTheLocaleSeparators) {
+    const NumberSeparators c;                      // decimal '.', group ','
+    const NumberSeparators german{",", "."};       // de_DE
+    const NumberSeparators french{",", "\u202F"};  // fr_FR: a narrow no-break space
+    const NumberSeparators ungrouped{",", ""};     // a locale that does not group digits
+    const double no = std::numeric_limits<double>::quiet_NaN();
+    const struct {
+        const NumberSeparators& separators;
+        const char* text;
+        double want;  // NaN: not a number
+    } cases[] = {
+        {c, "1,200", 1200},
+        {c, "1,200.5", 1200.5},
+        {c, "-12,345,678.25", -12345678.25},
+        {c, "1,200e3", 1.2e6},
+        {c, "1,5", no},  // a group separator is never a decimal point
+        {c, "1,2000", no},
+        {c, "1234,567", no},
+        {c, "12,34,567", no},
+        {c, ",200", no},
+        {c, "1.200,5", no},  // no groups after the decimal point
+        {c, "1.000,000", no},
+        {german, "1,5", 1.5},
+        {german, "1.200", 1200},
+        {german, "1.200,5", 1200.5},
+        {german, "-0,75e2", -75},
+        {german, "1.5", no},
+        {german, "1,200.5", no},
+        {french, "1\u202F200,5", 1200.5},
+        {french, "1,5", 1.5},
+        {french, "1\u202F20", no},
+        {french, "1 200", no},
+        {ungrouped, "1,5", 1.5},
+        {ungrouped, "1.5", no},  // not this locale's decimal
+        {ungrouped, "1.200", no},
+    };
+    for (const auto& k : cases) {
+        SCOPED_TRACE(std::string(k.text) + " with decimal '" + k.separators.decimal + "'");
+        double got = -99;
+        const bool parsed = ParseTypedNumber(k.text, k.separators, got);
+        if (std::isnan(k.want)) {
+            EXPECT_FALSE(parsed) << got;
+        } else {
+            ASSERT_TRUE(parsed);
+            EXPECT_EQ(got, k.want);
+        }
     }
 }
 

@@ -31,6 +31,12 @@ std::string TempFile(const std::string& name, const std::string& text = {}) {
     return path;
 }
 
+OpenSettings WithFormat(std::string format) {
+    OpenSettings settings;
+    settings.defaultFormat = std::move(format);
+    return settings;
+}
+
 constexpr const char* kTwoTrials =
     "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
     "Aronson,4,123,11,139\n"
@@ -39,8 +45,8 @@ constexpr const char* kTwoTrials =
 class DocumentTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        const OpenOutcome opened = document.Open(TempFile("trials.csv", kTwoTrials),
-                                                 {"Events and sample size in each group"});
+        const OpenOutcome opened = document.Open(
+            TempFile("trials.csv", kTwoTrials), WithFormat("Events and sample size in each group"));
         ASSERT_TRUE(opened.ok()) << opened.message;
         document.AddListener(recorder);
     }
@@ -133,10 +139,10 @@ TEST_F(DocumentTest, AFailedOpenLeavesTheProjectAsItWas) {
     EXPECT_EQ(document.Open(TempFile("missing.syn")).status, OpenStatus::Refused);
     EXPECT_EQ(document
                   .Open(TempFile("no-study.csv", "Group-A Events\n1\n"),
-                        {"Events and sample size in each group"})
+                        WithFormat("Events and sample size in each group"))
                   .status,
               OpenStatus::Refused);
-    EXPECT_EQ(document.Open(TempFile("a.csv", kTwoTrials), {"No such format"}).status,
+    EXPECT_EQ(document.Open(TempFile("a.csv", kTwoTrials), WithFormat("No such format")).status,
               OpenStatus::UnknownFormat);
     EXPECT_EQ(document.Open(TempFile("b.csv", kTwoTrials)).status, OpenStatus::NoFormat);
 
@@ -147,9 +153,10 @@ TEST_F(DocumentTest, AFailedOpenLeavesTheProjectAsItWas) {
 }
 
 TEST_F(DocumentTest, OpeningTellsListenersOfANewSheet) {
-    ASSERT_TRUE(
-        document.Open(TempFile("again.csv", kTwoTrials), {"Events and sample size in each group"})
-            .ok());
+    ASSERT_TRUE(document
+                    .Open(TempFile("again.csv", kTwoTrials),
+                          WithFormat("Events and sample size in each group"))
+                    .ok());
     ASSERT_EQ(recorder.changes.size(), 1u);
     EXPECT_EQ(recorder.changes.front().kind, ChangeKind::Reset);
     EXPECT_EQ(recorder.dirty_, std::vector<bool>{true});

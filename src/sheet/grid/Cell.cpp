@@ -151,7 +151,7 @@ bool IsDigit(char c) {
 struct Shape {
     bool negative = false;
     std::size_t mantissaBegin = 0;                   // after the sign
-    std::size_t separator = std::string_view::npos;  // '.' or ','
+    std::size_t separator = std::string_view::npos;  // the decimal point
     std::size_t exponent = std::string_view::npos;   // the 'e' or 'E'
 };
 
@@ -165,13 +165,13 @@ bool Scan(std::string_view s, Shape& shape) {
     }
     shape.mantissaBegin = i;
     bool anyDigit = false;
-    char separator = 0;
+    bool separator = false;
     for (; i < s.size(); ++i) {
         const char c = s[i];
         if (IsDigit(c)) {
             anyDigit = true;
-        } else if ((c == '.' || c == ',') && separator == 0) {
-            separator = c;
+        } else if (c == '.' && !separator) {
+            separator = true;
             shape.separator = i;
         } else {
             break;
@@ -219,28 +219,25 @@ long Magnitude(std::string_view s, const Shape& shape) {
     return order;
 }
 
-}  // namespace
-
-bool ParseNumber(std::string_view text, double& out) {
+std::string_view Trim(std::string_view text) {
     std::size_t begin = 0;
     std::size_t end = text.size();
     while (begin < end && IsBlank(text[begin]))
         ++begin;
     while (end > begin && IsBlank(text[end - 1]))
         --end;
-    const std::string_view s = text.substr(begin, end - begin);
+    return text.substr(begin, end - begin);
+}
 
+}  // namespace
+
+bool ParseNumber(std::string_view text, double& out) {
+    const std::string_view s = Trim(text);
     Shape shape;
     if (!Scan(s, shape)) return false;
 
-    // The converter wants no '+' and a point; copy only when the text needs it.
-    std::string normalised;
-    std::string_view digits = s.substr(shape.mantissaBegin);
-    if (shape.separator != std::string_view::npos && s[shape.separator] == ',') {
-        normalised.assign(digits);
-        normalised[shape.separator - shape.mantissaBegin] = '.';
-        digits = normalised;
-    }
+    // The converter wants no sign.
+    const std::string_view digits = s.substr(shape.mantissaBegin);
 
     double value = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value,
@@ -255,6 +252,50 @@ bool ParseNumber(std::string_view text, double& out) {
     }
     out = shape.negative ? -value : value;
     return true;
+}
+
+// The typed text is rewritten in the fixed format (groups dropped, the
+// decimal separator made a point) and read by the fixed parse, so both agree
+// on everything but the separators.
+bool ParseTypedNumber(std::string_view text, const NumberSeparators& separators, double& out) {
+    const std::string_view s = Trim(text);
+    const std::string_view decimal =
+        separators.decimal.empty() ? std::string_view(".") : std::string_view(separators.decimal);
+    const std::string_view group = separators.group;
+    const bool grouping = !group.empty() && group != decimal;
+
+    std::string fixed;
+    fixed.reserve(s.size());
+    std::size_t i = 0;
+    if (i < s.size() && (s[i] == '+' || s[i] == '-')) fixed += s[i++];
+    // The integer part: the first group holds one to three digits, every
+    // later group exactly three.
+    std::size_t run = 0;
+    bool grouped = false;
+    while (i < s.size()) {
+        if (IsDigit(s[i])) {
+            fixed += s[i++];
+            ++run;
+        } else if (grouping && s.substr(i).starts_with(group)) {
+            if (run == 0 || run > 3 || (grouped && run != 3)) return false;
+            grouped = true;
+            run = 0;
+            i += group.size();
+        } else {
+            break;
+        }
+    }
+    if (grouped && run != 3) return false;
+    if (s.substr(i).starts_with(decimal)) {
+        fixed += '.';
+        i += decimal.size();
+        while (i < s.size() && IsDigit(s[i]))
+            fixed += s[i++];
+    }
+    // Only an exponent may follow; a point here is not this locale's decimal.
+    if (i < s.size() && s[i] != 'e' && s[i] != 'E') return false;
+    fixed.append(s.substr(i));
+    return ParseNumber(fixed, out);
 }
 
 }  // namespace synthara::sheet

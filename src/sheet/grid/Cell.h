@@ -51,9 +51,25 @@ class Cell {
 // Shortest round-trip text of a double ("0.1", "1e-05", "123").
 std::string FormatNumber(double value);
 
-// Strict parse of a cell's text as a number: optional blanks around, sign,
-// digits with one decimal point (a comma is taken as the decimal separator
-// when there is no point), optional exponent. Nothing else may follow.
+// Strict parse of a number in the program's own fixed format, as it writes
+// settings, widths and computed cells: optional blanks around, sign, digits
+// with one decimal point, optional exponent. Nothing else may follow.
 bool ParseNumber(std::string_view text, double& out);
+
+// The separators of numbers as the user types them, from the user's locale.
+// Each is text: some locales group digits with a character of several bytes
+// (a narrow no-break space). The default is the C locale's reading.
+struct NumberSeparators {
+    std::string decimal = ".";
+    std::string group = ",";  // "" when the locale does not group digits
+    friend bool operator==(const NumberSeparators&, const NumberSeparators&) = default;
+};
+
+// Strict parse of a number the user typed: optional blanks around, sign,
+// digits, groups of exactly three digits after each group separator in the
+// integer part only, one decimal separator, optional exponent. A group
+// separator is never taken for a decimal one: with the default separators
+// "1,200" is 1200 and "1,5" is not a number.
+bool ParseTypedNumber(std::string_view text, const NumberSeparators& separators, double& out);
 
 }  // namespace synthara::sheet

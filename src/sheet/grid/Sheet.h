@@ -32,6 +32,9 @@ class Sheet {
 
     // Program-wide decimals setting: number format of new columns.
     int Decimals = 3;
+    // How numbers the user types into cells are read: the separators of the
+    // user's locale. The program's own numbers never depend on them.
+    NumberSeparators Separators;
 
     // Lookup tables, refreshed by FindCols / FindESCols / DefineFormat.
     std::array<std::string, IndexCount + 1> IndexNames;  // 1-based

@@ -266,7 +266,7 @@ void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
         std::vector<std::string_view> cells;
         for (std::size_t r = 1; r < table.rows.size(); ++r)
             cells.push_back(Field(table.rows[r], c));
-        AddModerator(sheet, at++, col, ModeratorDataType(cells));
+        AddModerator(sheet, at++, col, ModeratorDataType(cells, sheet.Separators));
     }
     sheet.ApplyGroupNames();
     sheet.FindCols();
@@ -342,12 +342,14 @@ void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
 
 }  // namespace
 
-std::string ModeratorDataType(const std::vector<std::string_view>& cells) {
+std::string ModeratorDataType(const std::vector<std::string_view>& cells,
+                              const NumberSeparators& separators) {
     bool any = false, whole = true;
     for (const auto cell : cells) {
         if (Trimmed(cell).empty()) continue;
         double value = 0;
-        if (!ParseNumber(cell, value) || !std::isfinite(value)) return "Categorical";
+        if (!ParseTypedNumber(cell, separators, value) || !std::isfinite(value))
+            return "Categorical";
         any = true;
         if (value != std::trunc(value)) whole = false;
     }

@@ -37,7 +37,9 @@ void AddFormatBlock(Sheet& sheet, const FormatDef& format);
 
 // The type a moderator column takes from its cells: "Integer" when every
 // non-empty cell is a whole number, "Decimal" when every one is a number,
-// otherwise (and when there is none) "Categorical".
-std::string ModeratorDataType(const std::vector<std::string_view>& cells);
+// otherwise (and when there is none) "Categorical". The cells are read as the
+// user typed them, with `separators`.
+std::string ModeratorDataType(const std::vector<std::string_view>& cells,
+                              const NumberSeparators& separators);
 
 }  // namespace synthara::sheet
