@@ -24,7 +24,7 @@ void BM_ComputeTwoGroupEvents(benchmark::State& state) {
         synthara::effectsize::ComputeContext context{options, prompter};
         int first = 0, last = 0;
         synthara::effectsize::Compute(sheet, first, last, context);
-        benchmark::DoNotOptimize(sheet.flex.At(FixedRowCount, sheet.FormatCol()));
+        benchmark::DoNotOptimize(sheet.Flex().At(FixedRowCount, sheet.FormatCol()));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }

@@ -26,10 +26,10 @@ void FillSheet(Sheet& sheet, int rows) {
     sheet.CreateDisplayCols(kFormat);
     sheet.FindCols();
     sheet.FindESCols(kFormat);
-    sheet.flex.SetRows(FixedRowCount + rows);
+    sheet.SetRows(FixedRowCount + rows);
     // The computed columns of the primary index hold numbers, as after a computation.
     const int index = synthara::sheet::IndexNumber("Odds ratio");
-    const auto& display = sheet.DisplayColTable[static_cast<std::size_t>(index)];
+    const auto& display = sheet.DisplayColTable()[static_cast<std::size_t>(index)];
     std::mt19937 random(20261121);
     std::uniform_int_distribution<int> size(20, 5000);
     std::uniform_real_distribution<double> estimate(0.2, 5.0);
@@ -37,16 +37,16 @@ void FillSheet(Sheet& sheet, int rows) {
         const int row = FixedRowCount + r;
         const int n1 = size(random), n2 = size(random);
         std::uniform_int_distribution<int> events1(0, n1 / 4), events2(0, n2 / 4);
-        sheet.flex.SetText(row, studyCol, "Study " + std::to_string(r + 1));
+        sheet.SetText(row, studyCol, "Study " + std::to_string(r + 1));
         const int values[4] = {events1(random), n1, events2(random), n2};
         for (int role = 0; role < 4; ++role)
-            sheet.flex.SetText(row, sheet.EntryColIndex[static_cast<std::size_t>(role)],
-                               std::to_string(values[role]));
+            sheet.SetText(row, sheet.EntryColIndex()[static_cast<std::size_t>(role)],
+                          std::to_string(values[role]));
         const double point = estimate(random);
-        sheet.flex.SetNumber(row, display[1], point);
-        sheet.flex.SetNumber(row, display[2], point / 7.0);
-        sheet.flex.SetNumber(row, display[3], point * point / 49.0);
-        sheet.flex.SetNumber(row, display[4], 1.0);
+        sheet.SetNumber(row, display[1], point);
+        sheet.SetNumber(row, display[2], point / 7.0);
+        sheet.SetNumber(row, display[3], point * point / 49.0);
+        sheet.SetNumber(row, display[4], 1.0);
     }
     sheet.FindFormats();
 }
@@ -81,7 +81,7 @@ void BM_OpenProject(benchmark::State& state) {
         const auto result = synthara::sheet::LoadProjectFile(sheet, BenchFile());
         if (!result.ok) state.SkipWithError(result.message.c_str());
     }
-    state.counters["columns"] = sheet.flex.Cols();
+    state.counters["columns"] = sheet.Flex().Cols();
     state.SetItemsProcessed(state.iterations() * state.range(0));
     fs::remove(BenchFile());
 }

@@ -20,19 +20,19 @@ inline void FillSheet(sheet::Sheet& sheet, int rows) {
     sheet.CreateDisplayCols(kTwoGroupFormat);
     sheet.FindCols();
     sheet.FindESCols(kTwoGroupFormat);
-    sheet.flex.SetRows(FixedRowCount + rows);
+    sheet.SetRows(FixedRowCount + rows);
     std::mt19937 random(20261121);
     std::uniform_int_distribution<int> size(20, 5000);
     for (int r = 0; r < rows; ++r) {
         int row = FixedRowCount + r;
         int n1 = size(random), n2 = size(random);
         std::uniform_int_distribution<int> events1(0, n1 / 4), events2(0, n2 / 4);
-        sheet.flex.SetText(row, studyCol, "Study " + std::to_string(r + 1));
+        sheet.SetText(row, studyCol, "Study " + std::to_string(r + 1));
         const int values[4] = {events1(random), n1, events2(random), n2};
         for (int role = 0; role < 4; ++role) {
             if (r % 997 == 0 && role == 2) continue;  // now and then a missing cell
-            sheet.flex.SetText(row, sheet.EntryColIndex[static_cast<std::size_t>(role)],
-                               std::to_string(values[role]));
+            sheet.SetText(row, sheet.EntryColIndex()[static_cast<std::size_t>(role)],
+                          std::to_string(values[role]));
         }
     }
 }
@@ -40,8 +40,8 @@ inline void FillSheet(sheet::Sheet& sheet, int rows) {
 // Forgets every row's format, so that the next computation starts afresh.
 inline void ForgetFormats(sheet::Sheet& sheet) {
     const int formatCol = sheet.FormatCol();
-    for (int row = sheet::FixedRowCount; row < sheet.flex.Rows(); ++row)
-        sheet.flex.ClearCell(row, formatCol);
+    for (int row = sheet::FixedRowCount; row < sheet.Flex().Rows(); ++row)
+        sheet.ClearCell(row, formatCol);
 }
 
 }  // namespace synthara::bench

@@ -63,7 +63,7 @@ void ReportUnbuiltFormats(const sheet::Sheet& sheet, int dataRows, std::ostream&
     if (formatCol < 0) return;
     std::vector<std::string> reported;
     for (int i = 0; i < dataRows; ++i) {
-        const std::string format = sheet.flex.Text(sheet::FixedRowCount + i, formatCol);
+        const std::string format = sheet.Flex().Text(sheet::FixedRowCount + i, formatCol);
         if (format.empty() || effectsize::ProcedureBuilt(format) ||
             std::find(reported.begin(), reported.end(), format) != reported.end())
             continue;

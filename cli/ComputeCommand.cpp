@@ -49,7 +49,7 @@ json Indices(const sheet::Sheet& sheet, const effectsize::RowResult& result, boo
     const auto& names = sheet::IndexNameTable();
     for (const effectsize::IndexResult& index : result.indices) {
         const auto at = static_cast<std::size_t>(index.index);
-        const auto& cols = sheet.DisplayColTable[at];
+        const auto& cols = sheet.DisplayColTable()[at];
         if (!index.valid || names[at].empty() || cols[sheet::AttrPoint] <= 0 ||
             cols[sheet::AttrValid] <= 0)
             continue;
@@ -64,7 +64,7 @@ json Indices(const sheet::Sheet& sheet, const effectsize::RowResult& result, boo
 
 std::string StudyName(const sheet::Sheet& sheet, int row) {
     const int col = sheet.GetCol(0, 1);
-    return col >= 0 ? sheet.flex.Text(row, col) : std::string();
+    return col >= 0 ? sheet.Flex().Text(row, col) : std::string();
 }
 
 // The readable table: each row's primary index (its format's first one) with

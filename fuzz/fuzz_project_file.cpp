@@ -51,8 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     synthara::ports::SilentPrompter prompter;
     Sheet sheet(prompter);
     sheet.InitializeGrid();
-    sheet.flex.SetText(FixedRowCount, 12, "the open sheet");
-    const Grid before = sheet.flex;
+    sheet.SetText(FixedRowCount, 12, "the open sheet");
+    const Grid before = sheet.Flex();
 
     // Small bounds keep each run quick; the reading code is the same.
     ReadLimits limits;
@@ -69,12 +69,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const FileResult result = LoadProjectArchive(sheet, archive, limits);
     if (!result.ok) {
-        if (result.message.empty() || !SameCells(before, sheet.flex)) __builtin_trap();
+        if (result.message.empty() || !SameCells(before, sheet.Flex())) __builtin_trap();
         return 0;
     }
 
     Grid back;
-    if (!DecodeGrid(EncodeGrid(sheet.flex), back).ok || !SameCells(sheet.flex, back))
+    if (!DecodeGrid(EncodeGrid(sheet.Flex()), back).ok || !SameCells(sheet.Flex(), back))
         __builtin_trap();
     CheckData(sheet);
     MergeRows(sheet, true);

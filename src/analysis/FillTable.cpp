@@ -21,7 +21,7 @@ std::string EntrySeqText(int n) {
 
 // The index of the first column marked as the primary index; "" when none.
 std::string PrimaryIndex(const sheet::Sheet& sheet) {
-    const sheet::Grid& g = sheet.flex;
+    const sheet::Grid& g = sheet.Flex();
     for (int c = 0; c < g.Cols(); ++c) {
         if (g.TextIs(MetaRow::Function, c, "Display") && g.TextIs(MetaRow::Attribute, c, "Point") &&
             g.TextIs(MetaRow::DisplayClass, c, "Primary"))
@@ -66,23 +66,23 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
     const int first = WorkingTable::FirstDataRow;
     if (const int seq = sheet.EntrySeqCol(); seq >= 0) {
         const int last = sheet.GetLastRow();
-        for (int r = first; r < sheet.flex.Rows(); ++r)
-            sheet.flex.ClearCell(r, seq);
+        for (int r = first; r < sheet.Flex().Rows(); ++r)
+            sheet.ClearCell(r, seq);
         for (int r = first; r <= last; ++r)
-            sheet.flex.SetText(r, seq, EntrySeqText(r - first + 1));
+            sheet.SetText(r, seq, EntrySeqText(r - first + 1));
     }
     if (DisplayIndex.empty()) DisplayIndex = PrimaryIndex(sheet);
 
     // The whole sheet in one copy: every view of the analysis reads the
     // sheet's own columns (populations, moderators, counts) from here.
     vs = WorkingTable();
-    CopyGrid(sheet.flex, vs.grid);
+    CopyGrid(sheet.Flex(), vs.grid);
     sheet::Grid& g = vs.grid;
     for (int r = 1; r < g.FixedRows() && r < g.Rows(); ++r)
         g.SetRowHidden(r, true);
     for (int c = 0; c < g.Cols(); ++c) {
         if (g.TextIs(TableRow::ForestMark, c, "Forest")) {
-            g.Col(c).width = ForestWidth;
+            g.SetColWidth(c, ForestWidth);
             g.ClearCell(MetaRow::ColumnHeader, c);
         }
         if (g.TextIs(MetaRow::VarName, c, Key::OriginalRow))

@@ -70,7 +70,7 @@ std::vector<IndexColumns> CollectDisplayColumns(const sheet::Sheet& sheet) {
         IndexColumns entry{i, {-1, -1, -1, -1, -1, -1}};
         bool any = false;
         for (int attr = 1; attr <= 5; ++attr) {
-            const int col = sheet.DisplayColTable[At(i)][At(attr)];
+            const int col = sheet.DisplayColTable()[At(i)][At(attr)];
             if (col > 0) {
                 entry.col[At(attr)] = col;
                 any = true;
@@ -97,15 +97,16 @@ void LoadPlan(sheet::Sheet& sheet, std::string_view format, RolePlan& plan) {
     plan.format.assign(format);
     plan.definition = sheet::FindComputedFormat(format);
     for (int role = 0; role < MaxRoles; ++role) {
-        const int col = sheet.EntryColCount[At(role)] > 0 ? sheet.EntryColIndex[At(role)] : 0;
-        plan.col[At(role)] = col > 0 && col < sheet.flex.Cols() ? col : -1;
+        const int col = sheet.EntryColCount()[At(role)] > 0 ? sheet.EntryColIndex()[At(role)] : 0;
+        plan.col[At(role)] = col > 0 && col < sheet.Flex().Cols() ? col : -1;
         plan.labels[At(role)] =
             plan.col[At(role)] > 0 ? sheet.ColumnLabel(plan.col[At(role)]) : std::string();
     }
 }
 
-void ClearIfSet(sheet::Grid& flex, int row, int col) {
-    if (!flex.DataRowsBlank(col) && !flex.IsBlank(row, col)) flex.ClearCell(row, col);
+void ClearIfSet(sheet::Sheet& sheet, int row, int col) {
+    const sheet::Grid& flex = sheet.Flex();
+    if (!flex.DataRowsBlank(col) && !flex.IsBlank(row, col)) sheet.ClearCell(row, col);
 }
 
 // Writes trails into a row. Sibling indices often carry the same trail, and a
@@ -115,21 +116,21 @@ class TrailWriter {
   public:
     void StartRow() { written_.clear(); }
 
-    void Write(sheet::Grid& flex, int row, int col, const std::string& text) {
+    void Write(sheet::Sheet& sheet, int row, int col, const std::string& text) {
         if (text.empty()) {
-            ClearIfSet(flex, row, col);
+            ClearIfSet(sheet, row, col);
             return;
         }
-        const sheet::Cell& current = flex.At(row, col);
+        const sheet::Cell& current = sheet.Flex().At(row, col);
         if (current.IsText() && current.TextView() == text) return;
         for (const auto& [source, cell] : written_) {
             if (source->size() == text.size() && *source == text) {
-                flex.Set(row, col, cell);
+                sheet.Set(row, col, cell);
                 return;
             }
         }
         written_.emplace_back(&text, sheet::Cell::FromText(text));
-        flex.Set(row, col, written_.back().second);
+        sheet.Set(row, col, written_.back().second);
     }
 
   private:
@@ -149,7 +150,7 @@ struct PendingRow {
 // The grid keeps each column's cells together, so results are written for a
 // block of rows one column at a time rather than row by row across hundreds
 // of columns.
-void WriteBlock(sheet::Grid& flex, std::vector<PendingRow>& block, std::size_t count,
+void WriteBlock(sheet::Sheet& sheet, std::vector<PendingRow>& block, std::size_t count,
                 const std::vector<IndexColumns>& display) {
     for (std::size_t k = 0; k < count; ++k)
         block[k].trails.StartRow();
@@ -166,9 +167,9 @@ void WriteBlock(sheet::Grid& flex, std::vector<PendingRow>& block, std::size_t c
                 // point only) leaves its cell empty.
                 const double value = p.hasEntry && p.ws.IsValid(i) ? p.ws.Es(attr, i) : kNoValue;
                 if (value == value)
-                    flex.SetNumber(p.row, col, value);
+                    sheet.SetNumber(p.row, col, value);
                 else
-                    ClearIfSet(flex, p.row, col);
+                    ClearIfSet(sheet, p.row, col);
             }
         }
         const int formulaCol = index.col[5];
@@ -176,10 +177,10 @@ void WriteBlock(sheet::Grid& flex, std::vector<PendingRow>& block, std::size_t c
         for (std::size_t k = 0; k < count; ++k) {
             PendingRow& p = block[k];
             if (!p.hasEntry) {
-                ClearIfSet(flex, p.row, formulaCol);
+                ClearIfSet(sheet, p.row, formulaCol);
             } else if (hasPoint) {
                 const bool failed = !p.ws.IsValid(i) && !p.ws.RowErrors.empty();
-                p.trails.Write(flex, p.row, formulaCol,
+                p.trails.Write(sheet, p.row, formulaCol,
                                failed ? p.ws.RowErrors : p.ws.EsFormula[At(i)]);
             }
         }
@@ -188,15 +189,16 @@ void WriteBlock(sheet::Grid& flex, std::vector<PendingRow>& block, std::size_t c
 
 // The row's error text and the colours of its entry cells. A row without
 // entries keeps both as they were.
-void WriteEntryState(sheet::Grid& flex, int errorCol, PendingRow& p) {
+void WriteEntryState(sheet::Sheet& sheet, int errorCol, PendingRow& p) {
+    const sheet::Grid& flex = sheet.Flex();
     WorkingSet& ws = p.ws;
     for (std::size_t role = 0; role < At(MaxRoles); ++role)
         if (ws.EntryMissing[role]) ws.EntryMarks[role].clear();
     if (errorCol >= 0) {
         if (ws.RowErrors.empty())
-            ClearIfSet(flex, p.row, errorCol);
+            ClearIfSet(sheet, p.row, errorCol);
         else if (!flex.TextIs(p.row, errorCol, ws.RowErrors))
-            flex.SetText(p.row, errorCol, ws.RowErrors);
+            sheet.SetText(p.row, errorCol, ws.RowErrors);
     }
     // The entered text stays in its cell as typed; only the colour changes.
     for (std::size_t role = 0; role < At(MaxRoles); ++role) {
@@ -204,14 +206,14 @@ void WriteEntryState(sheet::Grid& flex, int errorCol, PendingRow& p) {
         if (col < 0) continue;
         const sheet::BackColor wanted =
             ws.EntryMarks[role].empty() ? sheet::kNoBackColor : sheet::kRed;
-        if (flex.CellBackColor(p.row, col) != wanted) flex.SetCellBackColor(p.row, col, wanted);
+        if (flex.CellBackColor(p.row, col) != wanted) sheet.SetCellBackColor(p.row, col, wanted);
     }
 }
 
 // Reads and computes one row into its slot of the block.
 void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, PendingRow& p,
                 ComputeContext& context) {
-    sheet::Grid& flex = sheet.flex;
+    const sheet::Grid& flex = sheet.Flex();
     p.row = row;
     p.hasEntry = false;
     p.ws.Reset();
@@ -277,7 +279,7 @@ void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context) 
 }
 
 void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& context) {
-    sheet::Grid& flex = sheet.flex;
+    const sheet::Grid& flex = sheet.Flex();
     if (firstRow == 0) firstRow = flex.FixedRows();
     if (lastRow == 0) lastRow = flex.Rows() - 1;
     sheet.FindCols();
@@ -298,9 +300,9 @@ void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& c
             std::min(kBlockRows, static_cast<std::size_t>(last - blockStart + 1));
         for (std::size_t k = 0; k < count; ++k)
             ComputeRow(sheet, blockStart + static_cast<int>(k), formatCol, plan, block[k], context);
-        WriteBlock(flex, block, count, display);
+        WriteBlock(sheet, block, count, display);
         for (std::size_t k = 0; k < count; ++k)
-            if (block[k].hasEntry) WriteEntryState(flex, errorCol, block[k]);
+            if (block[k].hasEntry) WriteEntryState(sheet, errorCol, block[k]);
     }
 }
 

@@ -22,7 +22,7 @@ std::optional<double> Number(const WorkingSet& ws, int attr, int index) {
 std::array<int, MaxRoles> RoleColumns(const sheet::Sheet& sheet, const sheet::FormatDef& format) {
     std::array<int, MaxRoles> cols;
     cols.fill(-1);
-    const int count = sheet.flex.Cols();
+    const int count = sheet.Flex().Cols();
     for (int c = 1; c < count; ++c) {
         if (!sheet.MetaIs(c, sheet::MetaRow::Function, "Data Entry") ||
             !sheet.MetaIs(c, sheet::MetaRow::FormatName, format.longName))
@@ -65,7 +65,7 @@ RowResult ResultOf(const WorkingSet& ws) {
 RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
                       ports::Prompter& prompter) {
     const int formatCol = sheet.FormatCol();
-    const std::string format = formatCol >= 0 ? sheet.flex.Text(row, formatCol) : std::string();
+    const std::string format = formatCol >= 0 ? sheet.Flex().Text(row, formatCol) : std::string();
     const sheet::FormatDef* definition = sheet::FindComputedFormat(format);
     WorkingSet ws;
     ws.Reset();
@@ -73,7 +73,7 @@ RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& 
     roleCol.fill(-1);
     if (definition != nullptr) roleCol = RoleColumns(sheet, *definition);
     RowResult result;
-    if (!format.empty() && ReadEntries(sheet.flex, sheet.Separators, row, roleCol, ws)) {
+    if (!format.empty() && ReadEntries(sheet.Flex(), sheet.Separators, row, roleCol, ws)) {
         for (std::size_t role = 0; role < At(MaxRoles); ++role)
             if (roleCol[role] > 0) ws.EntryLabels[role] = sheet.ColumnLabel(roleCol[role]);
         ComputeOptions rowOptions = options;

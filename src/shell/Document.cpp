@@ -63,22 +63,22 @@ void Document::SetDirty(bool dirty) {
 }
 
 void Document::DirtyIfChangedSince(std::uint64_t revision) {
-    if (sheet_.flex.Revision() != revision) SetDirty(true);
+    if (sheet_.Flex().Revision() != revision) SetDirty(true);
 }
 
 CellRange Document::DataArea() const {
     const int first = sheet::FixedRowCount;
-    return {first, first + dataRows_ - 1, 0, sheet_.flex.Cols() - 1};
+    return {first, first + dataRows_ - 1, 0, sheet_.Flex().Cols() - 1};
 }
 
 bool Document::ComputeRows() {
     if (dataRows_ <= 0) return false;
-    const std::uint64_t before = sheet_.flex.Revision();
+    const std::uint64_t before = sheet_.Flex().Revision();
     effectsize::ComputeContext context{options_, prompter_};
     int first = sheet::FixedRowCount;
     int last = sheet::FixedRowCount + dataRows_ - 1;
     effectsize::Compute(sheet_, first, last, context);
-    return sheet_.flex.Revision() != before;
+    return sheet_.Flex().Revision() != before;
 }
 
 void Document::ComputeAll() {
@@ -88,15 +88,15 @@ void Document::ComputeAll() {
 }
 
 bool Document::EditCell(int row, int col, std::string text) {
-    sheet::Grid& flex = sheet_.flex;
+    const sheet::Grid& flex = sheet_.Flex();
     if (row < flex.FixedRows() || row >= flex.Rows() || col < flex.FixedCols() ||
         col >= flex.Cols())
         return false;
     if (flex.TextIs(row, col, text)) return false;
     if (text.empty())
-        flex.ClearCell(row, col);
+        sheet_.ClearCell(row, col);
     else
-        flex.SetText(row, col, std::move(text));
+        sheet_.SetText(row, col, std::move(text));
     dataRows_ = std::max(dataRows_, row - sheet::FixedRowCount + 1);
 
     // What the computation of the row may write: its system cells, its entry
@@ -136,10 +136,10 @@ bool Document::AddBlock(std::string_view format) {
 }
 
 analysis::ComputeStatus Document::RunAnalyses(analysis::Analysis& analysis) {
-    const std::uint64_t before = sheet_.flex.Revision();
+    const std::uint64_t before = sheet_.Flex().Revision();
     const analysis::ComputeStatus status = analysis::RunAnalyses(sheet_, analysis);
     // The check's "Blank" cells, red marks and sequence numbers stay in the sheet.
-    if (sheet_.flex.Revision() != before) {
+    if (sheet_.Flex().Revision() != before) {
         DirtyIfChangedSince(before);
         NotifyCells({DataArea()});
     }

@@ -25,15 +25,15 @@ inline void FillSheet(sheet::Sheet& sheet, const std::vector<RowValues>& rows) {
     sheet.CreateAll();
     sheet.CreateDisplayCols(kFormat);
     sheet.FindCols();
-    sheet.flex.SetRows(sheet::FixedRowCount + static_cast<int>(rows.size()) + 5);
-    const auto& cols = sheet.DisplayColTable[effectsize::Ix::LogOddsRatio];
+    sheet.SetRows(sheet::FixedRowCount + static_cast<int>(rows.size()) + 5);
+    const auto& cols = sheet.DisplayColTable()[effectsize::Ix::LogOddsRatio];
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const int r = sheet::FixedRowCount + static_cast<int>(i);
-        sheet.flex.SetText(r, studyCol, rows[i].study);
-        if (rows[i].point) sheet.flex.SetNumber(r, cols[sheet::AttrPoint], *rows[i].point);
+        sheet.SetText(r, studyCol, rows[i].study);
+        if (rows[i].point) sheet.SetNumber(r, cols[sheet::AttrPoint], *rows[i].point);
         if (rows[i].variance) {
-            sheet.flex.SetNumber(r, cols[sheet::AttrVariance], *rows[i].variance);
-            sheet.flex.SetNumber(r, cols[sheet::AttrStdErr], std::sqrt(*rows[i].variance));
+            sheet.SetNumber(r, cols[sheet::AttrVariance], *rows[i].variance);
+            sheet.SetNumber(r, cols[sheet::AttrStdErr], std::sqrt(*rows[i].variance));
         }
     }
 }

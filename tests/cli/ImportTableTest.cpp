@@ -22,7 +22,7 @@ struct Imported {
 
     int Col(std::string_view function, std::string_view attribute,
             std::string_view format = "") const {
-        for (int c = 0; c < sheet.flex.Cols(); ++c) {
+        for (int c = 0; c < sheet.Flex().Cols(); ++c) {
             if (sheet.MetaIs(c, MetaRow::Function, function) &&
                 sheet.MetaIs(c, MetaRow::Attribute, attribute) &&
                 (format.empty() || sheet.MetaIs(c, MetaRow::FormatName, format)))
@@ -31,14 +31,14 @@ struct Imported {
         return -1;
     }
     int ModeratorCol(std::string_view title) const {
-        for (int c = 0; c < sheet.flex.Cols(); ++c)
+        for (int c = 0; c < sheet.Flex().Cols(); ++c)
             if (sheet.MetaIs(c, MetaRow::Function, "Moderator") &&
                 sheet.MetaIs(c, MetaRow::ColumnHeader, title))
                 return c;
         return -1;
     }
     std::string Cell(int dataRow, int col) const {
-        return col < 0 ? "<no column>" : sheet.flex.Text(FixedRowCount + dataRow, col);
+        return col < 0 ? "<no column>" : sheet.Flex().Text(FixedRowCount + dataRow, col);
     }
 };
 
@@ -171,7 +171,7 @@ TEST(ImportTable, PopulationColumnsAndRoomForRows) {
     ASSERT_GE(outcome, 0);
     EXPECT_LT(study, outcome);
     EXPECT_EQ(in.Cell(299, study), "S299");
-    EXPECT_GE(in.sheet.flex.Rows(), FixedRowCount + 300 + 80);
+    EXPECT_GE(in.sheet.Flex().Rows(), FixedRowCount + 300 + 80);
 }
 
 }  // namespace

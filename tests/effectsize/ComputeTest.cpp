@@ -24,18 +24,18 @@ class ComputeOnSheet : public sheet::BlockTestSheet {
         sheet.FindESCols(sheet::kCohort);
     }
 
-    int Entry(int role) const { return sheet.EntryColIndex[static_cast<std::size_t>(role)]; }
+    int Entry(int role) const { return sheet.EntryColIndex()[static_cast<std::size_t>(role)]; }
     int Display(int index, int attr) const {
         return sheet
-            .DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
+            .DisplayColTable()[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
     }
     void Enter(int row, std::array<const char*, 4> texts) {
-        sheet.flex.SetText(row, sheet.GetCol(0, 1), "Trial");
+        sheet.SetText(row, sheet.GetCol(0, 1), "Trial");
         for (int role = 0; role < 4; ++role) {
             if (*texts[static_cast<std::size_t>(role)])
-                sheet.flex.SetText(row, Entry(role), texts[static_cast<std::size_t>(role)]);
+                sheet.SetText(row, Entry(role), texts[static_cast<std::size_t>(role)]);
             else
-                sheet.flex.ClearCell(row, Entry(role));
+                sheet.ClearCell(row, Entry(role));
         }
     }
     void ComputeRow(int row) {
@@ -43,9 +43,9 @@ class ComputeOnSheet : public sheet::BlockTestSheet {
         Compute(sheet, first, last, context);
     }
     bool Red(int row, int role) const {
-        return sheet.flex.CellBackColor(row, Entry(role)) == sheet::kRed;
+        return sheet.Flex().CellBackColor(row, Entry(role)) == sheet::kRed;
     }
-    std::string ErrorText(int row) const { return sheet.flex.Text(row, sheet.ErrorCol()); }
+    std::string ErrorText(int row) const { return sheet.Flex().Text(row, sheet.ErrorCol()); }
 
     ComputeOptions options;
     ComputeContext context{options, prompter};
@@ -54,31 +54,31 @@ class ComputeOnSheet : public sheet::BlockTestSheet {
 
 TEST_F(ComputeOnSheet, ResultsAreWrittenAsNumbersWithTheirTrail) {
     Enter(kRow, {"4", "123", "11", "139"});
-    sheet.flex.SetNumber(kRow, Entry(3), 139);  // a number cell counts like typed text
+    sheet.SetNumber(kRow, Entry(3), 139);  // a number cell counts like typed text
     int first = 0, last = 0;
     Compute(sheet, first, last, context);
-    EXPECT_EQ(first, sheet.flex.FixedRows());
-    EXPECT_EQ(last, sheet.flex.Rows() - 1);
+    EXPECT_EQ(first, sheet.Flex().FixedRows());
+    EXPECT_EQ(last, sheet.Flex().Rows() - 1);
 
-    const sheet::Cell& point = sheet.flex.At(kRow, Display(1, sheet::AttrPoint));
+    const sheet::Cell& point = sheet.Flex().At(kRow, Display(1, sheet::AttrPoint));
     ASSERT_TRUE(point.IsNumber());
     EXPECT_TRUE(IsNear(point.Number(), -0.9386941408703922));
-    EXPECT_TRUE(IsNear(sheet.flex.At(kRow, Display(1, sheet::AttrVariance)).Number(),
+    EXPECT_TRUE(IsNear(sheet.Flex().At(kRow, Display(1, sheet::AttrVariance)).Number(),
                        0.5975993241743407 * 0.5975993241743407));
-    EXPECT_EQ(sheet.flex.At(kRow, Display(1, sheet::AttrValid)).Number(), 1.0);
-    EXPECT_EQ(sheet.flex.At(kRow, Display(31, sheet::AttrPoint)).Number(), 123.0);
-    const std::string trail = sheet.flex.Text(kRow, Display(1, sheet::AttrFormula));
+    EXPECT_EQ(sheet.Flex().At(kRow, Display(1, sheet::AttrValid)).Number(), 1.0);
+    EXPECT_EQ(sheet.Flex().At(kRow, Display(31, sheet::AttrPoint)).Number(), 123.0);
+    const std::string trail = sheet.Flex().Text(kRow, Display(1, sheet::AttrFormula));
     EXPECT_EQ(trail.rfind("Starting with\r\nCells in 2x2 table", 0), 0u);
-    EXPECT_EQ(sheet.flex.Text(kRow, Display(2, sheet::AttrFormula)), trail);
+    EXPECT_EQ(sheet.Flex().Text(kRow, Display(2, sheet::AttrFormula)), trail);
     // The odds ratio has a point only.
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(2, sheet::AttrStdErr)));
+    EXPECT_TRUE(sheet.Flex().IsBlank(kRow, Display(2, sheet::AttrStdErr)));
     // Indices this format does not yield stay empty.
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(11, sheet::AttrPoint)));
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(11, sheet::AttrValid)));
+    EXPECT_TRUE(sheet.Flex().IsBlank(kRow, Display(11, sheet::AttrPoint)));
+    EXPECT_TRUE(sheet.Flex().IsBlank(kRow, Display(11, sheet::AttrValid)));
     EXPECT_EQ(ErrorText(kRow), "");
     for (int role = 0; role < 4; ++role)
         EXPECT_FALSE(Red(kRow, role));
-    EXPECT_EQ(sheet.flex.Text(kRow, Entry(0)), "4");
+    EXPECT_EQ(sheet.Flex().Text(kRow, Entry(0)), "4");
 }
 
 TEST_F(ComputeOnSheet, BadCellsTurnRedAndMissingOnesDoNot) {
@@ -90,16 +90,16 @@ TEST_F(ComputeOnSheet, BadCellsTurnRedAndMissingOnesDoNot) {
     EXPECT_TRUE(Red(kRow, 0));
     EXPECT_TRUE(Red(kRow, 1));
     EXPECT_FALSE(Red(kRow, 2));
-    EXPECT_EQ(sheet.flex.Text(kRow, Display(1, sheet::AttrFormula)), expected);
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrPoint)));
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrValid)));
+    EXPECT_EQ(sheet.Flex().Text(kRow, Display(1, sheet::AttrFormula)), expected);
+    EXPECT_TRUE(sheet.Flex().IsBlank(kRow, Display(1, sheet::AttrPoint)));
+    EXPECT_TRUE(sheet.Flex().IsBlank(kRow, Display(1, sheet::AttrValid)));
 
     // Mended, the kRow computes and loses its colours and its error.
     Enter(kRow, {"4", "123", "11", "139"});
     ComputeRow(kRow);
     EXPECT_FALSE(Red(kRow, 0));
     EXPECT_EQ(ErrorText(kRow), "");
-    EXPECT_TRUE(sheet.flex.At(kRow, Display(1, sheet::AttrPoint)).IsNumber());
+    EXPECT_TRUE(sheet.Flex().At(kRow, Display(1, sheet::AttrPoint)).IsNumber());
 
     // Text that is not a number counts as missing and is not marked.
     Enter(kRow, {"4", "123", "abc", ""});
@@ -109,7 +109,7 @@ TEST_F(ComputeOnSheet, BadCellsTurnRedAndMissingOnesDoNot) {
                                         "One of the required values is missing"}));
     EXPECT_FALSE(Red(kRow, 2));
     EXPECT_FALSE(Red(kRow, 3));
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrPoint)));
+    EXPECT_TRUE(sheet.Flex().IsBlank(kRow, Display(1, sheet::AttrPoint)));
 }
 
 TEST_F(ComputeOnSheet, EmptiedRowClearsItsResultsButKeepsItsError) {
@@ -124,9 +124,9 @@ TEST_F(ComputeOnSheet, EmptiedRowClearsItsResultsButKeepsItsError) {
     Enter(kRow + 1, {"", "", "", ""});
     Compute(sheet, first, last, context);
     for (int r : {kRow, kRow + 1}) {
-        EXPECT_TRUE(sheet.flex.IsBlank(r, Display(1, sheet::AttrPoint)));
-        EXPECT_TRUE(sheet.flex.IsBlank(r, Display(1, sheet::AttrFormula)));
-        EXPECT_TRUE(sheet.flex.IsBlank(r, Display(31, sheet::AttrPoint)));
+        EXPECT_TRUE(sheet.Flex().IsBlank(r, Display(1, sheet::AttrPoint)));
+        EXPECT_TRUE(sheet.Flex().IsBlank(r, Display(1, sheet::AttrFormula)));
+        EXPECT_TRUE(sheet.Flex().IsBlank(r, Display(31, sheet::AttrPoint)));
     }
     EXPECT_EQ(ErrorText(kRow + 1), error);
     EXPECT_TRUE(prompter.shown.empty());
@@ -138,7 +138,8 @@ TEST_F(ComputeOnSheet, EvaluatedRowsMatchWhatComputeWrites) {
     Enter(kRow + 2, {"", "", "", ""});
     sheet.FindFormats(kRow, kRow + 2);  // the rows' formats, as typing gives them
     const RowResult before = EvaluateRow(sheet, kRow, options, prompter);
-    EXPECT_TRUE(sheet.flex.IsBlank(kRow, Display(1, sheet::AttrPoint)));  // the sheet is untouched
+    EXPECT_TRUE(
+        sheet.Flex().IsBlank(kRow, Display(1, sheet::AttrPoint)));  // the sheet is untouched
     EXPECT_EQ(before.definition, sheet::FindFormat(sheet::kCohort));
     ASSERT_NE(before.Find(Ix::OddsRatio), nullptr);
     EXPECT_FALSE(before.Find(Ix::OddsRatio)->stdErr.has_value());
@@ -155,15 +156,15 @@ TEST_F(ComputeOnSheet, EvaluatedRowsMatchWhatComputeWrites) {
             if (Display(i, sheet::AttrPoint) <= 0) continue;
             const IndexResult* index = result.Find(i);
             const bool valid = index != nullptr && index->valid;
-            EXPECT_EQ(valid, !sheet.flex.IsBlank(row, Display(i, sheet::AttrValid))) << i;
+            EXPECT_EQ(valid, !sheet.Flex().IsBlank(row, Display(i, sheet::AttrValid))) << i;
             if (!valid) continue;
-            EXPECT_EQ(index->point, sheet.flex.At(row, Display(i, sheet::AttrPoint)).Number());
-            const sheet::Cell& se = sheet.flex.At(row, Display(i, sheet::AttrStdErr));
+            EXPECT_EQ(index->point, sheet.Flex().At(row, Display(i, sheet::AttrPoint)).Number());
+            const sheet::Cell& se = sheet.Flex().At(row, Display(i, sheet::AttrStdErr));
             EXPECT_EQ(index->stdErr.has_value(), se.IsNumber()) << i;
             if (se.IsNumber()) {
                 EXPECT_EQ(*index->stdErr, se.Number());
             }
-            EXPECT_EQ(index->trail, sheet.flex.Text(row, Display(i, sheet::AttrFormula))) << i;
+            EXPECT_EQ(index->trail, sheet.Flex().Text(row, Display(i, sheet::AttrFormula))) << i;
         }
     }
     const RowResult empty = EvaluateRow(sheet, kRow + 2, options, prompter);

@@ -24,20 +24,20 @@ class BlockTableTest : public BlockTestSheet {
     // Visible columns of the scrolling area with that Function.
     int ShownWith(std::string_view function) const {
         int n = 0;
-        for (int c = sheet.flex.FixedCols(); c < sheet.flex.Cols(); ++c)
+        for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c)
             n += Shown(c) && sheet.MetaIs(c, MetaRow::Function, function) ? 1 : 0;
         return n;
     }
 };
 
 TEST_F(BlockTableTest, OneBlockKeepsTheNicknameHiddenAtTheLeft) {
-    const int end = sheet.flex.Cols();
+    const int end = sheet.Flex().Cols();
     AddBlock(kCohort);
     EXPECT_EQ(sheet.View.Tabs, std::vector<std::string>{std::string(kCohortBlock)});
     EXPECT_FALSE(sheet.View.TabsVisible);
     EXPECT_EQ(sheet.NickNameCol(), 1);
     EXPECT_FALSE(Shown(1));
-    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    EXPECT_EQ(sheet.Flex().FixedCols(), 10);
     // The new columns went in at the right end, the free columns stay before
     // them, and the results follow the block.
     const std::vector<int> cols = BlockCols(kCohortBlock);
@@ -60,32 +60,32 @@ TEST_F(BlockTableTest, SecondBlockShowsTabsAndFreezesTheNickname) {
     EXPECT_TRUE(Shown(nick));
     EXPECT_EQ(nick, 8);
     EXPECT_EQ(sheet.EntrySeqCol(), 9);
-    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    EXPECT_EQ(sheet.Flex().FixedCols(), 10);
     for (int col : {sheet.FormatCol(), sheet.MergeTypeCol(), sheet.TempSeqCol(),
                     sheet.SettingsCol(), sheet.ErrorCol()}) {
-        EXPECT_LT(col, sheet.flex.FixedCols()) << col;
+        EXPECT_LT(col, sheet.Flex().FixedCols()) << col;
         EXPECT_FALSE(Shown(col)) << col;
     }
     EXPECT_EQ(sheet.GetCol(0, 1), 10);
     EXPECT_EQ(BlockCols(kMeansBlock).front(), BlockCols(kCohortBlock).back() + 1);
     // A row holding only a study name is not empty.
-    sheet.flex.SetText(FixedRowCount, sheet.GetCol(0, 1), "Smith");
+    sheet.SetText(FixedRowCount, sheet.GetCol(0, 1), "Smith");
     EXPECT_EQ(sheet.GetLastRow(), FixedRowCount);
     EXPECT_FALSE(sheet.isRowEmpty(FixedRowCount));
 
     // Laying out again changes nothing, as when a saved sheet is opened.
     AdjustBlocks(sheet);
     EXPECT_EQ(sheet.NickNameCol(), nick);
-    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    EXPECT_EQ(sheet.Flex().FixedCols(), 10);
 
     // A sheet laid out with the nickname column among the user's columns
     // (before the entries, the fixed area one short) is brought back.
-    sheet.flex.MoveColumn(nick, BlockCols(kCohortBlock).front() - 1);
-    sheet.flex.SetFixedCols(9);
+    sheet.MoveColumn(nick, BlockCols(kCohortBlock).front() - 1);
+    sheet.SetFixedCols(9);
     AdjustBlocks(sheet);
     EXPECT_EQ(sheet.NickNameCol(), nick);
     EXPECT_EQ(sheet.EntrySeqCol(), 9);
-    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    EXPECT_EQ(sheet.Flex().FixedCols(), 10);
 
     EXPECT_EQ(SynchTabs(sheet, BlockCols(kCohortBlock)[2]), 0);
     EXPECT_EQ(SynchTabs(sheet, sheet.GetCol(0, 1)), 0);  // not an entry column
@@ -96,8 +96,8 @@ TEST_F(BlockTableTest, NicknameStaysFrozenWithoutIdentifyingColumns) {
     AddBlock(kCohort);
     AddBlock(kMeans);
     EXPECT_TRUE(Shown(sheet.NickNameCol()));
-    EXPECT_LT(sheet.NickNameCol(), sheet.flex.FixedCols());
-    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    EXPECT_LT(sheet.NickNameCol(), sheet.Flex().FixedCols());
+    EXPECT_EQ(sheet.Flex().FixedCols(), 10);
     EXPECT_EQ(sheet.EntrySeqCol(), 9);
 }
 
@@ -162,17 +162,17 @@ TEST_F(BlockTableTest, DeleteTabRefusesDataThenAsks) {
     AddBlock(kCohort);
     AddBlock(kMeans);
     const int row = FixedRowCount + 2;
-    sheet.flex.SetText(row, sheet.GetCol(0, 1), "Smith");
-    sheet.flex.SetText(row, BlockCols(kMeansBlock)[0], "4.5");
+    sheet.SetText(row, sheet.GetCol(0, 1), "Smith");
+    sheet.SetText(row, BlockCols(kMeansBlock)[0], "4.5");
     sheet.FindFormats();
-    sheet.flex.SetText(row, DisplayCol("Odds ratio", AttrPoint), "1.2");
+    sheet.SetText(row, DisplayCol("Odds ratio", AttrPoint), "1.2");
 
     EXPECT_FALSE(DeleteTab(sheet, kMeansBlock));
     EXPECT_EQ(LastBox(),
               " Delete data entry block|You need to erase all data in this block before "
               "removing the block   ");
 
-    sheet.flex.ClearCell(row, BlockCols(kMeansBlock)[0]);
+    sheet.ClearCell(row, BlockCols(kMeansBlock)[0]);
     prompter.answers = {ports::Answer::No, ports::Answer::Yes};
     EXPECT_FALSE(DeleteTab(sheet, kMeansBlock));
     EXPECT_TRUE(prompter.shown.back().question);
@@ -185,12 +185,12 @@ TEST_F(BlockTableTest, DeleteTabRefusesDataThenAsks) {
     EXPECT_TRUE(BlockCols(kMeansBlock).empty());
     for (int col : {sheet.FormatCol(), sheet.NickNameCol(), sheet.MergeTypeCol(),
                     DisplayCol("Odds ratio", AttrPoint)})
-        EXPECT_TRUE(sheet.flex.IsBlank(row, col)) << col;
-    EXPECT_EQ(sheet.flex.Text(row, sheet.GetCol(0, 1)), "Smith");
+        EXPECT_TRUE(sheet.Flex().IsBlank(row, col)) << col;
+    EXPECT_EQ(sheet.Flex().Text(row, sheet.GetCol(0, 1)), "Smith");
     // One block again: laid out as one block is.
     EXPECT_FALSE(sheet.View.TabsVisible);
     EXPECT_EQ(sheet.NickNameCol(), 1);
-    EXPECT_EQ(sheet.flex.FixedCols(), 10);
+    EXPECT_EQ(sheet.Flex().FixedCols(), 10);
     EXPECT_EQ(sheet.EntrySeqCol(), 9);
 }
 
@@ -200,7 +200,7 @@ TEST_F(BlockTableTest, BordersOutlineWhatIsShown) {
     const int study = sheet.GetCol(0, 1);
     const std::vector<int> a = BlockCols(kCohortBlock);
     const std::vector<int> b = BlockCols(kMeansBlock);
-    const int last = sheet.flex.Rows() - 1;
+    const int last = sheet.Flex().Rows() - 1;
     std::vector<CellBorder> expected = {
         {CellBorder::Kind::Populations, study, study, 0, last, ""},
         {CellBorder::Kind::Block, a.front(), a.back(), 0, last, std::string(kCohortBlock)},

@@ -32,7 +32,7 @@ class BlockTestSheet : public ::testing::Test {
 
     std::vector<int> BlockCols(std::string_view block) const {
         std::vector<int> cols;
-        for (int c = 0; c < sheet.flex.Cols(); ++c) {
+        for (int c = 0; c < sheet.Flex().Cols(); ++c) {
             if (sheet.MetaIs(c, MetaRow::Function, "Data Entry") &&
                 sheet.MetaIs(c, MetaRow::BlockName, block))
                 cols.push_back(c);
@@ -40,10 +40,10 @@ class BlockTestSheet : public ::testing::Test {
         return cols;
     }
     int DisplayCol(std::string_view index, int attr) const {
-        return sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber(index))]
-                                    [static_cast<std::size_t>(attr)];
+        return sheet.DisplayColTable()[static_cast<std::size_t>(IndexNumber(index))]
+                                      [static_cast<std::size_t>(attr)];
     }
-    bool Shown(int col) const { return !sheet.flex.Col(col).hidden; }
+    bool Shown(int col) const { return !sheet.Flex().Col(col).hidden; }
     std::string LastBox() const { return prompter.Last(); }
 
     testing::ScriptedPrompter prompter;

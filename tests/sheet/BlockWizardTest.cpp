@@ -19,11 +19,11 @@ class BlockWizardTest : public BlockTestSheet {
     // Everything a user could tell apart: columns, keys, visibility, fixed
     // rows and the first data rows.
     std::vector<std::string> Snapshot() const {
-        std::vector<std::string> out{std::to_string(sheet.flex.FixedCols())};
-        for (int c = 0; c < sheet.flex.Cols(); ++c) {
-            std::string column = sheet.flex.Col(c).key + (Shown(c) ? "+" : "-");
+        std::vector<std::string> out{std::to_string(sheet.Flex().FixedCols())};
+        for (int c = 0; c < sheet.Flex().Cols(); ++c) {
+            std::string column = sheet.Flex().Col(c).key + (Shown(c) ? "+" : "-");
             for (int r = 0; r < FixedRowCount + 3; ++r)
-                column += "|" + sheet.flex.Text(r, c);
+                column += "|" + sheet.Flex().Text(r, c);
             out.push_back(std::move(column));
         }
         return out;
@@ -33,7 +33,7 @@ class BlockWizardTest : public BlockTestSheet {
         sheet.SetMeta(col, MetaRow::ColumnHeader, std::move(title));
         sheet.SetMeta(col, MetaRow::Renamed, "Manual");
         sheet.SetMeta(col, MetaRow::Function, "Moderator");
-        sheet.flex.SetText(FixedRowCount, col, std::move(firstValue));
+        sheet.SetText(FixedRowCount, col, std::move(firstValue));
         return col;
     }
 };
@@ -118,20 +118,20 @@ TEST_F(BlockWizardTest, RolesTakeOverExistingColumnsAndAreNotOfferedTwice) {
     ASSERT_EQ(cols.size(), 4u);
     EXPECT_EQ(cols[0], deaths);
     EXPECT_EQ(sheet.ColumnLabel(deaths), "Deaths A");
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, deaths), "7");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, deaths), "7");
     EXPECT_EQ(sheet.Meta(deaths, MetaRow::Attribute), "Group-A Events");
     EXPECT_EQ(sheet.Meta(deaths, MetaRow::NumDecs), "0");
     EXPECT_EQ(sheet.Meta(cols[3], MetaRow::BlockSeq), "4");
 
     // The same format again: the combos refer to the block on the sheet, and
     // finishing adds no second block.
-    const int count = sheet.flex.Cols();
+    const int count = sheet.Flex().Cols();
     BlockWizard again(sheet);
     ASSERT_TRUE(again.ChooseFormat(kCohort));
     for (std::size_t i = 0; i < cols.size(); ++i)
         EXPECT_EQ(again.Combos()[i].ChosenCol(), cols[i]);
     ASSERT_TRUE(again.Finish());
-    EXPECT_EQ(sheet.flex.Cols(), count);
+    EXPECT_EQ(sheet.Flex().Cols(), count);
     EXPECT_EQ(BlockCols(kCohortBlock), cols);
     EXPECT_EQ(sheet.View.Tabs.size(), 1u);
 }
@@ -142,12 +142,12 @@ TEST_F(BlockWizardTest, OneColumnForTwoRolesIsRefused) {
     ASSERT_TRUE(wizard.ChooseFormat(kCohort));
     wizard.Combos()[0].SelectCol(deaths);
     wizard.Combos()[2].SelectCol(deaths);
-    const int count = sheet.flex.Cols();
+    const int count = sheet.Flex().Cols();
     EXPECT_FALSE(wizard.Finish());
     EXPECT_EQ(LastBox(),
               " Assign columns|The column Deaths A is selected for more than one role     |Please "
               "select a different column for each role");
-    EXPECT_EQ(sheet.flex.Cols(), count);
+    EXPECT_EQ(sheet.Flex().Cols(), count);
     EXPECT_EQ(sheet.Meta(deaths, MetaRow::Function), "Moderator");
 }
 

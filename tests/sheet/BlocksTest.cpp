@@ -16,8 +16,8 @@ class BlocksTest : public ::testing::Test {
     BlocksTest() : sheet(prompter) { sheet.InitializeGrid(); }
 
     std::string Class(std::string_view index, int attr) {
-        const int col = sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber(index))]
-                                             [static_cast<std::size_t>(attr)];
+        const int col = sheet.DisplayColTable()[static_cast<std::size_t>(IndexNumber(index))]
+                                               [static_cast<std::size_t>(attr)];
         return col > 0 ? sheet.Meta(col, MetaRow::DisplayClass) : "<none>";
     }
 
@@ -27,7 +27,7 @@ class BlocksTest : public ::testing::Test {
 
 TEST_F(BlocksTest, CreateAllWritesTheBlockRecord) {
     const int a = AddBlock(sheet, "Events and sample size in each group");
-    ASSERT_EQ(sheet.flex.Cols(), a + 4);
+    ASSERT_EQ(sheet.Flex().Cols(), a + 4);
     const std::string roles[] = {"Group-A Events", "Group-A Total N", "Group-B Events",
                                  "Group-B Total N"};
     const std::pair<int, std::string> record[] = {
@@ -44,14 +44,14 @@ TEST_F(BlocksTest, CreateAllWritesTheBlockRecord) {
         for (const auto& [row, value] : record)
             EXPECT_EQ(sheet.Meta(c, row), value) << row;
         EXPECT_EQ(sheet.Meta(c, MetaRow::BlockSeq), std::to_string(i + 1));
-        EXPECT_FALSE(sheet.flex.Col(c).hidden);
+        EXPECT_FALSE(sheet.Flex().Col(c).hidden);
     }
     EXPECT_EQ(sheet.Meta(a, MetaRow::LabelPart1), "Group-A");
     EXPECT_EQ(sheet.Meta(a, MetaRow::LabelPart2), "Events");
 
     // Project words replace the group words of the pieces.
-    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
-    sheet.flex.SetText(SettingsRow::Events, sheet.SettingsCol(), "Deaths");
+    sheet.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.SetText(SettingsRow::Events, sheet.SettingsCol(), "Deaths");
     sheet.ApplyGroupNames();
     EXPECT_EQ(sheet.Meta(a, 0), "Treated Deaths");
     EXPECT_EQ(sheet.Meta(a + 1, 0), "Treated Total N");
@@ -60,7 +60,7 @@ TEST_F(BlocksTest, CreateAllWritesTheBlockRecord) {
 
 TEST_F(BlocksTest, DropDownAndTailsRoles) {
     const int a = AddBlock(sheet, "Means, sample size, and p-value");
-    ASSERT_EQ(sheet.flex.Cols(), a + 7);
+    ASSERT_EQ(sheet.Flex().Cols(), a + 7);
     const int tails = a + 5;
     const int direction = a + 6;
     EXPECT_EQ(sheet.Meta(tails, MetaRow::NumDecs), "0");
@@ -87,7 +87,7 @@ TEST_F(BlocksTest, CodedRolesAreTitledByTheirNames) {
     sheet.SetMeta(design, MetaRow::Function, "Data Entry");
     sheet.SetMeta(design, MetaRow::Attribute, "Study design");
 
-    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
     sheet.ApplyGroupNames();
     const std::pair<int, std::string> titles[] = {
         {direction, "Effect direction"}, {standardize, "Standardize by"}, {design, "Study design"}};
@@ -103,11 +103,11 @@ TEST_F(BlocksTest, CodedRolesAreTitledByTheirNames) {
 TEST_F(BlocksTest, GroupWordsReachOnlyLabelPieces) {
     const int a = AddBlock(sheet, "Events and sample size in each group");
     sheet.CreateDisplayCols("Events and sample size in each group");
-    const int odds = sheet.DisplayColTable[2][AttrPoint];
-    const int oddsErr = sheet.DisplayColTable[2][AttrStdErr];
+    const int odds = sheet.DisplayColTable()[2][AttrPoint];
+    const int oddsErr = sheet.DisplayColTable()[2][AttrStdErr];
     sheet.SetMeta(odds, MetaRow::ColumnHeader, "OR (Group-A vs B)");
     sheet.SetMeta(a, MetaRow::ColumnHeader, "Deaths among treated");
-    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
     sheet.ApplyGroupNames();
     // Display columns carry no pieces: their titles stand, renamed or not.
     EXPECT_EQ(sheet.Meta(odds, 0), "OR (Group-A vs B)");
@@ -117,56 +117,58 @@ TEST_F(BlocksTest, GroupWordsReachOnlyLabelPieces) {
 }
 
 TEST_F(BlocksTest, DisplayColumnsClassesAndTable) {
-    const int before = sheet.flex.Cols();
+    const int before = sheet.Flex().Cols();
     sheet.CreateDisplayCols("Events and sample size in each group");
-    EXPECT_EQ(sheet.flex.Cols(), before + 66 * 5);
+    EXPECT_EQ(sheet.Flex().Cols(), before + 66 * 5);
     // The first index named for creation ends up rightmost.
     EXPECT_EQ(sheet.Meta(before, MetaRow::IndexName), "Odds ratio");
     EXPECT_EQ(sheet.Meta(before, 0), "Odds ratio");
     EXPECT_EQ(sheet.Meta(before + 1, 0), "Odds ratio StdErr");
-    EXPECT_EQ(sheet.Meta(sheet.flex.Cols() - 1, MetaRow::IndexName), "NPY(0)");
-    EXPECT_EQ(sheet.Meta(sheet.flex.Cols() - 1, MetaRow::Attribute), "Formula");
+    EXPECT_EQ(sheet.Meta(sheet.Flex().Cols() - 1, MetaRow::IndexName), "NPY(0)");
+    EXPECT_EQ(sheet.Meta(sheet.Flex().Cols() - 1, MetaRow::Attribute), "Formula");
 
     EXPECT_EQ(Class("Odds ratio", AttrPoint), "Primary");
     EXPECT_EQ(Class("Odds ratio", AttrStdErr), "Show");
     EXPECT_EQ(Class("Log odds ratio", AttrPoint), "Show");
     EXPECT_EQ(Class("Risk ratio", AttrPoint), "Hide");
     EXPECT_EQ(Class("Event rate", AttrPoint), "<none>");
-    const int orPoint = sheet.DisplayColTable[2][AttrPoint];
-    EXPECT_FALSE(sheet.flex.Col(orPoint).hidden);
-    EXPECT_TRUE(sheet.flex.Col(orPoint + 1).hidden);
-    EXPECT_TRUE(sheet.flex.Col(sheet.DisplayColTable[4][AttrPoint]).hidden);
+    const int orPoint = sheet.DisplayColTable()[2][AttrPoint];
+    EXPECT_FALSE(sheet.Flex().Col(orPoint).hidden);
+    EXPECT_TRUE(sheet.Flex().Col(orPoint + 1).hidden);
+    EXPECT_TRUE(sheet.Flex().Col(sheet.DisplayColTable()[4][AttrPoint]).hidden);
     for (int i = 1; i <= IndexCount; ++i) {
         for (int attr = AttrPoint; attr <= AttrFormula; ++attr) {
             const int col =
-                sheet.DisplayColTable[static_cast<std::size_t>(i)][static_cast<std::size_t>(attr)];
+                sheet
+                    .DisplayColTable()[static_cast<std::size_t>(i)][static_cast<std::size_t>(attr)];
             if (col == 0) continue;
             EXPECT_EQ(sheet.Meta(col, MetaRow::IndexName),
-                      sheet.IndexNames[static_cast<std::size_t>(i)]);
+                      sheet.IndexNames()[static_cast<std::size_t>(i)]);
             EXPECT_EQ(sheet.Meta(col, MetaRow::Attribute), AttrNames[attr]);
         }
     }
 
     // A second family: the primary moves, and indices without columns are added.
-    const int count = sheet.flex.Cols();
+    const int count = sheet.Flex().Cols();
     sheet.CreateDisplayCols("Events and sample size");
-    EXPECT_EQ(sheet.flex.Cols(), count + 2 * 5);
+    EXPECT_EQ(sheet.Flex().Cols(), count + 2 * 5);
     EXPECT_EQ(Class("Odds ratio", AttrPoint), "Show");
     EXPECT_EQ(Class("Event rate", AttrPoint), "Primary");
     EXPECT_EQ(Class("Logit event rate", AttrPoint), "Show");
     sheet.CreateDisplayCols("Mean, SD and sample size in each group");
-    EXPECT_EQ(sheet.flex.Cols(), count + 2 * 5);
+    EXPECT_EQ(sheet.Flex().Cols(), count + 2 * 5);
     EXPECT_EQ(Class("Std diff in means", AttrPoint), "Primary");
     EXPECT_EQ(Class("Event rate", AttrPoint), "Show");
 }
 
 TEST_F(BlocksTest, OneGroupFormatShowsItsOwnIndicesPrimaryFirst) {
-    const int before = sheet.flex.Cols();
+    const int before = sheet.Flex().Cols();
     sheet.CreateDisplayCols("Events and sample size");
-    EXPECT_EQ(sheet.flex.Cols(), before + 68 * 5);
-    const int rate = sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber("Event rate"))][1];
+    EXPECT_EQ(sheet.Flex().Cols(), before + 68 * 5);
+    const int rate =
+        sheet.DisplayColTable()[static_cast<std::size_t>(IndexNumber("Event rate"))][1];
     const int logit =
-        sheet.DisplayColTable[static_cast<std::size_t>(IndexNumber("Logit event rate"))][1];
+        sheet.DisplayColTable()[static_cast<std::size_t>(IndexNumber("Logit event rate"))][1];
     EXPECT_LT(rate, logit);
     EXPECT_EQ(sheet.Meta(rate, MetaRow::DisplayClass), "Primary");
     EXPECT_EQ(Class("Odds ratio", AttrPoint), "Hide");

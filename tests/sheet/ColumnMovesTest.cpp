@@ -21,7 +21,7 @@ class ColumnMovesTest : public BlockTestSheet {
         m = BlockCols(kMeansBlock);
     }
     int FirstFree() const {
-        for (int c = sheet.flex.FixedCols(); c < sheet.flex.Cols(); ++c) {
+        for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c) {
             if (sheet.MetaIs(c, MetaRow::Function, "Empty") && Shown(c)) return c;
         }
         return -1;
@@ -93,7 +93,7 @@ TEST_F(ColumnMovesTest, EntryColumnMovedOutOfItsBlockGoesBack) {
     const std::pair<int, int> moves[] = {{a[0], m[0]}, {m[0], a[0]}, {a[3], m[2]}};
     for (const auto& [from, to] : moves) {
         prompter.shown.clear();
-        sheet.flex.MoveColumn(from, to);
+        sheet.MoveColumn(from, to);
         EXPECT_FALSE(RepositionEntryCols(sheet, from, to)) << from << "->" << to;
         EXPECT_EQ(LastBox(), box);
         EXPECT_EQ(BlockCols(kCohortBlock), a);
@@ -103,7 +103,7 @@ TEST_F(ColumnMovesTest, EntryColumnMovedOutOfItsBlockGoesBack) {
 }
 
 TEST_F(ColumnMovesTest, MoveWithinTheBlockRenumbersIt) {
-    sheet.flex.MoveColumn(a[0], a[2]);
+    sheet.MoveColumn(a[0], a[2]);
     EXPECT_TRUE(RepositionEntryCols(sheet, a[0], a[2]));
     EXPECT_TRUE(prompter.shown.empty());
     const std::vector<std::string> expected = {"Group-A Total N#1", "Group-B Events#2",
@@ -111,15 +111,15 @@ TEST_F(ColumnMovesTest, MoveWithinTheBlockRenumbersIt) {
     EXPECT_EQ(Roles(kCohortBlock), expected);
 
     // Gathering keeps the user's order; a column pulled away comes back.
-    sheet.flex.MoveColumn(a[1], sheet.flex.Cols() - 1);
+    sheet.MoveColumn(a[1], sheet.Flex().Cols() - 1);
     MoveEntryCols(sheet, std::string(kCohort), std::string(kCohortBlock));
     EXPECT_EQ(BlockCols(kCohortBlock), a);
     EXPECT_EQ(Roles(kCohortBlock), expected);
 
     // The block gathers where its first column by BlockSeq stands.
-    sheet.flex.MoveColumn(a[0], sheet.flex.Cols() - 1);
+    sheet.MoveColumn(a[0], sheet.Flex().Cols() - 1);
     MoveEntryCols(sheet, std::string(kCohort), std::string(kCohortBlock));
-    const int n = sheet.flex.Cols();
+    const int n = sheet.Flex().Cols();
     EXPECT_EQ(BlockCols(kCohortBlock), (std::vector<int>{n - 4, n - 3, n - 2, n - 1}));
     EXPECT_EQ(Roles(kCohortBlock), expected);
 }

@@ -23,7 +23,7 @@ class PopulationsTest : public BlockTestSheet {
 TEST_F(PopulationsTest, MakePopSaysWhyItMakesNoColumn) {
     const int study = sheet.GetCol(0, 1);
     sheet.SetMeta(study, MetaRow::ColumnHeader, "Author");
-    const int cols = sheet.flex.Cols();
+    const int cols = sheet.Flex().Cols();
     EXPECT_EQ(sheet.MakePop(1), study);
     EXPECT_EQ(LastBox(),
               " Column already exists|The column labeled 'Author' is now being used to identify "
@@ -32,7 +32,7 @@ TEST_F(PopulationsTest, MakePopSaysWhyItMakesNoColumn) {
     Titled("Outcome");
     EXPECT_EQ(sheet.MakePop(4), -1);
     EXPECT_EQ(LastBox(), " Name in use|The variable name already exists     ");
-    EXPECT_EQ(sheet.flex.Cols(), cols);
+    EXPECT_EQ(sheet.Flex().Cols(), cols);
 
     // The outline of the identifying columns takes a new one in.
     const int time = sheet.MakePop(5);
@@ -49,11 +49,11 @@ TEST_F(PopulationsTest, IdentifyPop) {
               "identify study name");
 
     // A column the user titled keeps its title and joins the identifying columns.
-    sheet.flex.SetText(FixedRowCount, author, "Low dose");
+    sheet.SetText(FixedRowCount, author, "Low dose");
     const int comparison = IdentifyPop(sheet, author, 3);
     EXPECT_EQ(comparison, study + 1);
     EXPECT_EQ(sheet.ColumnLabel(comparison), "Author");
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, comparison), "Low dose");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, comparison), "Low dose");
     EXPECT_EQ(sheet.Meta(comparison, MetaRow::BlockSeq), "3");
 
     // A lettered column takes the population's name, unless that name is taken.
@@ -88,7 +88,7 @@ TEST_F(PopulationsTest, ColumnsServingAnotherFunctionAreRefused) {
 
 TEST_F(PopulationsTest, InsertCols) {
     AddBlock(kCohort);
-    const int cols = sheet.flex.Cols();
+    const int cols = sheet.Flex().Cols();
     const int free = sheet.GetCol(0, 1) + 2;
     // The dialog sees the new column at the right end; cancelling removes it.
     const auto cancel = [&](Sheet& s, int col) {
@@ -97,7 +97,7 @@ TEST_F(PopulationsTest, InsertCols) {
         return std::string();
     };
     EXPECT_EQ(InsertCols(sheet, free, cancel), -1);
-    EXPECT_EQ(sheet.flex.Cols(), cols);
+    EXPECT_EQ(sheet.Flex().Cols(), cols);
 
     const auto title = [](std::string t) { return [t](Sheet&, int) { return t; }; };
     // On a free column the new one takes its place...
@@ -109,7 +109,7 @@ TEST_F(PopulationsTest, InsertCols) {
     const int year = InsertCols(sheet, BlockCols(kCohortBlock)[0], title("Year"));
     EXPECT_EQ(year, dose + 1);
     EXPECT_EQ(InsertCols(sheet, dose, title("Country")), year + 1);
-    EXPECT_EQ(sheet.flex.Cols(), cols + 3);
+    EXPECT_EQ(sheet.Flex().Cols(), cols + 3);
 }
 
 }  // namespace

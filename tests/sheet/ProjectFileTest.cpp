@@ -66,17 +66,17 @@ TEST_F(ProjectFileTest, SavedProjectReopensCellForCellAndKeyForKey) {
     reopened.InitializeGrid();
     const FileResult loaded = LoadProjectFile(reopened, Path("trial.syn"));
     ASSERT_TRUE(loaded.ok) << loaded.message;
-    sample::ExpectSameGrid(sheet.flex, reopened.flex);
-    EXPECT_EQ(reopened.DisplayColTable, sheet.DisplayColTable);
+    sample::ExpectSameGrid(sheet.Flex(), reopened.Flex());
+    EXPECT_EQ(reopened.DisplayColTable(), sheet.DisplayColTable());
     EXPECT_EQ(ReadStoredNumbers(reopened).ImputedR, 0.25);
     EXPECT_EQ(ReadStoredNumbers(reopened).FudgeFactor, 1.1);
 }
 
 TEST_F(ProjectFileTest, ArchiveKeepsTheWholeLayoutAndNamesItsMember) {
-    Grid& g = sheet.flex;
-    g.SetRowHeight(FixedRowCount + 3, 777);  // a load puts heights back; the archive keeps them
-    g.SetRowHidden(FixedRowCount + 4, true);
-    g.Col(12).alignment = Alignment::Right;
+    const Grid& g = sheet.Flex();
+    sheet.SetRowHeight(FixedRowCount + 3, 777);  // a load puts heights back; the archive keeps them
+    sheet.SetRowHidden(FixedRowCount + 4, true);
+    sheet.SetColAlignment(12, Alignment::Right);
     std::vector<std::uint8_t> bytes;
     ASSERT_TRUE(PackGrid(g, MemberNameFor("/data/trial.syn"), bytes).ok);
     Grid back;
@@ -107,7 +107,7 @@ TEST_F(ProjectFileTest, EntriesALaterVersionMayAddArePassedOver) {
 
 TEST_F(ProjectFileTest, UnreadableFilesLeaveTheOpenSheetAsItWas) {
     std::vector<std::uint8_t> good;
-    ASSERT_TRUE(PackGrid(sheet.flex, "C01x.", good).ok);
+    ASSERT_TRUE(PackGrid(sheet.Flex(), "C01x.", good).ok);
     const std::string whole(good.begin(), good.end());
     std::string flipped = whole;
     flipped[flipped.size() / 3] = static_cast<char>(flipped[flipped.size() / 3] ^ 0x5A);
@@ -148,7 +148,7 @@ TEST_F(ProjectFileTest, UnreadableFilesLeaveTheOpenSheetAsItWas) {
         {"rows short", packed(header + R"("columns":[]})"),
          "The file is not a readable sheet: the columns don't match the number of columns."},
     };
-    const Grid before = sheet.flex;
+    const Grid before = sheet.Flex();
     project.CurrentFilePath = Path("open.syn");
     project.CurrentFileTitle = "open.syn";
     project.SheetDirty = true;
@@ -163,7 +163,7 @@ TEST_F(ProjectFileTest, UnreadableFilesLeaveTheOpenSheetAsItWas) {
         EXPECT_FALSE(files.OpenTable(OpenKind::File));
         EXPECT_EQ(prompter.Only(),
                   " File not opened |Sorry, that file could not be opened         ");
-        sample::ExpectSameGrid(before, sheet.flex);
+        sample::ExpectSameGrid(before, sheet.Flex());
         EXPECT_EQ(project.CurrentFilePath, Path("open.syn"));
         EXPECT_EQ(files.Caption(), "open.syn");
     }
@@ -176,9 +176,9 @@ TEST_F(ProjectFileTest, FailedSaveLeavesThePreviousFileIntact) {
     const std::string before = ReadBytes(Path("kept.syn"));
 
     // The sheet grows past what the process may write: the write fails midway.
-    sheet.flex.SetRows(FixedRowCount + 5000);
-    for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
-        sheet.flex.SetText(r, sheet.GetCol(0, 1), "Study " + std::to_string(r));
+    sheet.SetRows(FixedRowCount + 5000);
+    for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
+        sheet.SetText(r, sheet.GetCol(0, 1), "Study " + std::to_string(r));
     project.SheetDirty = true;
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit saved{};
@@ -255,16 +255,16 @@ TEST_F(ProjectFileTest, OpeningAFileNamesItAndRestoresWhatTheFileDoesNotHold) {
     EXPECT_EQ(project.State(), ProjectState::NamedClean);
     EXPECT_EQ(files.Numbers().ImputedR, 0.25);
     EXPECT_EQ(files.Numbers().PoolVarianceMethod, 1);
-    EXPECT_EQ(sheet.flex.Col(sheet.GetCol(0, 1)).width, 1800);
+    EXPECT_EQ(sheet.Flex().Col(sheet.GetCol(0, 1)).width, 1800);
     EXPECT_EQ(sheet.Meta(sheet.GetCol(0, 1), MetaRow::SavedWidth), "1800");
 }
 
 TEST_F(ProjectFileTest, OpeningKeepsRenamedTitlesAndSetsNumberFormats) {
-    const int odds = sheet.DisplayColTable[2][AttrPoint];
+    const int odds = sheet.DisplayColTable()[2][AttrPoint];
     sheet.SetMeta(odds, MetaRow::ColumnHeader, "OR");
     const int study = sheet.GetCol(0, 1);
     int region = -1, year = -1;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (sheet.MetaIs(c, 0, "Region")) region = c;
         if (sheet.MetaIs(c, 0, "Year")) year = c;
     }
@@ -274,13 +274,13 @@ TEST_F(ProjectFileTest, OpeningKeepsRenamedTitlesAndSetsNumberFormats) {
     sheet.SetMeta(region, MetaRow::Align, "Right");
     sheet.SetMeta(year, MetaRow::NumDecs, "4");
     sheet.Decimals = 1;
-    for (int c = 0; c < sheet.flex.Cols(); ++c)
-        sheet.flex.Col(c).numberFormat.clear();
+    for (int c = 0; c < sheet.Flex().Cols(); ++c)
+        sheet.SetColNumberFormat(c, "");
     ASSERT_TRUE(SaveProjectFile(sheet, Path("trial.syn")).ok);
     sheet.InitializeGrid();
     ASSERT_TRUE(files.OpenTable(OpenKind::File, Path("trial.syn")));
 
-    EXPECT_EQ(sheet.Meta(sheet.DisplayColTable[2][AttrPoint], 0), "OR");
+    EXPECT_EQ(sheet.Meta(sheet.DisplayColTable()[2][AttrPoint], 0), "OR");
     struct Case {
         int col;
         std::string format;
@@ -290,11 +290,11 @@ TEST_F(ProjectFileTest, OpeningKeepsRenamedTitlesAndSetsNumberFormats) {
         {region, "0.00", Alignment::Right},  // its own decimals
         {year, "0", Alignment::General},     // an "Integer" column shows whole numbers
         {study, "0.0", Alignment::Left},     // "Auto": the program-wide decimals
-        {sheet.flex.FixedCols() - 1, "", Alignment::General},  // the fixed area is left alone
+        {sheet.Flex().FixedCols() - 1, "", Alignment::General},  // the fixed area is left alone
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(sheet.flex.Col(c.col).numberFormat, c.format) << c.col;
-        EXPECT_EQ(sheet.flex.Col(c.col).alignment, c.alignment) << c.col;
+        EXPECT_EQ(sheet.Flex().Col(c.col).numberFormat, c.format) << c.col;
+        EXPECT_EQ(sheet.Flex().Col(c.col).alignment, c.alignment) << c.col;
     }
 }
 
@@ -337,16 +337,16 @@ TEST_F(ProjectFileTest, UnsavedChangesQuestion) {
     EXPECT_TRUE(files.FileNew());
     EXPECT_TRUE(prompter.shown.empty());
     EXPECT_EQ(project.State(), ProjectState::New);
-    sheet.flex.SetText(FixedRowCount, 12, "typed");
+    sheet.SetText(FixedRowCount, 12, "typed");
     project.SheetDirty = true;
     prompter.answers = {Answer::Cancel};
     EXPECT_FALSE(files.FileOpen(named));
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, 12), "typed");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, 12), "typed");
     // Yes with a save the user cancels doesn't go ahead either.
     prompter.answers = {Answer::Yes};
     chooser.answers = {""};
     EXPECT_FALSE(files.FileNew());
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, 12), "typed");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, 12), "typed");
 }
 
 TEST_F(ProjectFileTest, RecentListsMoveAPathToTheTopOnce) {
@@ -377,12 +377,12 @@ TEST_F(ProjectFileTest, RecentListsMoveAPathToTheTopOnce) {
 TEST_F(ProjectFileTest, BookmarkAndRestore) {
     ASSERT_TRUE(BackupFile(sheet, project, folder).ok);
     EXPECT_TRUE(project.RestoreEnabled);
-    const Grid withWidths = sheet.flex;  // PreSave wrote SavedWidth
-    sheet.flex.SetText(FixedRowCount, sheet.GetCol(0, 1), "changed");
+    const Grid withWidths = sheet.Flex();  // PreSave wrote SavedWidth
+    sheet.SetText(FixedRowCount, sheet.GetCol(0, 1), "changed");
 
     prompter.answers = {Answer::Cancel};
     EXPECT_FALSE(RestoreFile(sheet, project, true, folder));
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, sheet.GetCol(0, 1)), "changed");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, sheet.GetCol(0, 1)), "changed");
     EXPECT_EQ(prompter.Last(),
               "Confirm selection |Any changes made since the last bookmark will be lost.  |Click "
               "'Ok' to proceed, and abandon those changes.   ");
@@ -392,7 +392,7 @@ TEST_F(ProjectFileTest, BookmarkAndRestore) {
 
     prompter.answers = {Answer::Ok};
     EXPECT_TRUE(RestoreFile(sheet, project, true, folder));
-    sample::ExpectSameCells(withWidths, sheet.flex);
+    sample::ExpectSameCells(withWidths, sheet.Flex());
 
     // Opening another file disables Restore though the bookmark is still there.
     ASSERT_TRUE(SaveProjectFile(sheet, Path("other.syn")).ok);

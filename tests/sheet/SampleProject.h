@@ -19,15 +19,15 @@ inline constexpr const char* kMeans = "Mean, SD and sample size in each group";
 
 inline int AddBlock(Sheet& sheet, std::string_view format) {
     DefineFormat(format, sheet.Defined);
-    const int first = sheet.flex.Cols();
+    const int first = sheet.Flex().Cols();
     sheet.CreateAll();
     return first;
 }
 
 // A moderator column at the right end.
 inline int AddModerator(Sheet& sheet, const std::string& title, const std::string& dataType) {
-    const int c = sheet.flex.Cols();
-    sheet.flex.InsertColumn(c);
+    const int c = sheet.Flex().Cols();
+    sheet.InsertColumn(c);
     sheet.SetMeta(c, MetaRow::ColumnHeader, title);
     sheet.SetMeta(c, MetaRow::Function, "Moderator");
     sheet.SetMeta(c, MetaRow::DataType, dataType);
@@ -50,18 +50,18 @@ inline void Build(Sheet& sheet) {
     sheet.CreateDisplayCols(kMeans);
     const int region = AddModerator(sheet, "Region", "Categorical");
     const int year = AddModerator(sheet, "Year", "Integer");
-    sheet.flex.Col(year).hidden = true;
+    sheet.SetColHidden(year, true);
     sheet.SetMeta(year, MetaRow::Hidden, "Hide");
-    sheet.flex.Col(region).width = 2345;
-    sheet.flex.Col(study).width = 1800;
-    sheet.flex.Col(region).alignment = Alignment::Left;
-    sheet.flex.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
-    sheet.flex.SetText(SettingsRow::Events, sheet.SettingsCol(), "Deaths");
-    sheet.flex.SetText(SettingsRow::ImputedR, sheet.SettingsCol(), "0.25");
+    sheet.SetColWidth(region, 2345);
+    sheet.SetColWidth(study, 1800);
+    sheet.SetColAlignment(region, Alignment::Left);
+    sheet.SetText(SettingsRow::GroupA, sheet.SettingsCol(), "Treated");
+    sheet.SetText(SettingsRow::Events, sheet.SettingsCol(), "Deaths");
+    sheet.SetText(SettingsRow::ImputedR, sheet.SettingsCol(), "0.25");
     sheet.ApplyGroupNames();
     for (int r = MetaRow::SelectionFirst; r <= MetaRow::SelectionLast; ++r)
-        sheet.flex.SetText(r, study, "sel|" + std::to_string(r));
-    sheet.flex.SetRows(FixedRowCount + 12);
+        sheet.SetText(r, study, "sel|" + std::to_string(r));
+    sheet.SetRows(FixedRowCount + 12);
 
     const double awkward[] = {0.1,
                               1.0 / 3.0,
@@ -75,16 +75,16 @@ inline void Build(Sheet& sheet) {
                               -std::numeric_limits<double>::infinity()};
     int r = FixedRowCount;
     for (double value : awkward) {
-        sheet.flex.SetText(r, study, "Study " + std::to_string(r - FixedRowCount + 1));
-        sheet.flex.SetText(r, subgroup, r % 2 == 0 ? "Adults" : "Children");
-        sheet.flex.SetText(r, events, "12");  // typed, stays text
-        sheet.flex.SetNumber(r, events + 1, value);
-        sheet.flex.SetText(r, region, r % 3 == 0 ? "North" : "");
+        sheet.SetText(r, study, "Study " + std::to_string(r - FixedRowCount + 1));
+        sheet.SetText(r, subgroup, r % 2 == 0 ? "Adults" : "Children");
+        sheet.SetText(r, events, "12");  // typed, stays text
+        sheet.SetNumber(r, events + 1, value);
+        sheet.SetText(r, region, r % 3 == 0 ? "North" : "");
         ++r;
     }
-    sheet.flex.SetText(r, study, "Quote \" back\\slash\nline\ttab \xC3\xA9t\xC3\xA9");
-    sheet.flex.SetText(r, means, "0.10");
-    sheet.flex.SetText(r, means + 1, "Latin-1 \xE9t\xE9");  // not UTF-8
+    sheet.SetText(r, study, "Quote \" back\\slash\nline\ttab \xC3\xA9t\xC3\xA9");
+    sheet.SetText(r, means, "0.10");
+    sheet.SetText(r, means + 1, "Latin-1 \xE9t\xE9");  // not UTF-8
     sheet.FindFormats();
     AdjustBlocks(sheet);
 }

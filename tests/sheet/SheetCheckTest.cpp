@@ -30,9 +30,9 @@ class SheetCheckTest : public ::testing::Test {
         year = sample::AddModerator(sheet, "Year", "Integer");
     }
     void Row(int i, const std::string& name, const std::string& sub, const std::string& events) {
-        sheet.flex.SetText(FixedRowCount + i, study, name);
-        sheet.flex.SetText(FixedRowCount + i, subgroup, sub);
-        sheet.flex.SetText(FixedRowCount + i, entry, events);
+        sheet.SetText(FixedRowCount + i, study, name);
+        sheet.SetText(FixedRowCount + i, subgroup, sub);
+        sheet.SetText(FixedRowCount + i, entry, events);
     }
     bool Check(const std::string& title, const Lines& lines) {
         prompter.shown.clear();
@@ -76,9 +76,9 @@ TEST_F(SheetCheckTest, MissingStudyNamesAreCountedAndPaintedRed) {
         Check("Study name missing", {"One row is missing the study name.    ",
                                      "Please enter the name and re-run the analysis.    ",
                                      "To remove the red background use the 'Tools' menu.    "}));
-    EXPECT_EQ(sheet.flex.CellBackColor(FixedRowCount + 1, study), kRed);
-    EXPECT_EQ(sheet.flex.CellBackColor(FixedRowCount + 3, study), kNoBackColor);
-    EXPECT_EQ(sheet.flex.CellBackColor(FixedRowCount + 2, study), kNoBackColor);  // empty row
+    EXPECT_EQ(sheet.Flex().CellBackColor(FixedRowCount + 1, study), kRed);
+    EXPECT_EQ(sheet.Flex().CellBackColor(FixedRowCount + 3, study), kNoBackColor);
+    EXPECT_EQ(sheet.Flex().CellBackColor(FixedRowCount + 2, study), kNoBackColor);  // empty row
 
     Row(2, "", "", "7");
     EXPECT_FALSE(
@@ -86,11 +86,11 @@ TEST_F(SheetCheckTest, MissingStudyNamesAreCountedAndPaintedRed) {
                                      "Please enter the names and re-run the analysis.    ",
                                      "To remove the red background use the 'Tools' menu.    "}));
     // The sheet wasn't touched beyond the red: no "Blank" before the names are there.
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, subgroup), "");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, subgroup), "");
 
     RemoveRedBackColor(sheet);
-    EXPECT_EQ(sheet.flex.CellBackColor(FixedRowCount + 1, study), kNoBackColor);
-    EXPECT_EQ(sheet.flex.CellBackColor(FixedRowCount + 2, study), kNoBackColor);
+    EXPECT_EQ(sheet.Flex().CellBackColor(FixedRowCount + 1, study), kNoBackColor);
+    EXPECT_EQ(sheet.Flex().CellBackColor(FixedRowCount + 2, study), kNoBackColor);
 }
 
 TEST_F(SheetCheckTest, BlankCellsTakeTheWordBlankAndMakeDuplicates) {
@@ -101,10 +101,10 @@ TEST_F(SheetCheckTest, BlankCellsTakeTheWordBlankAndMakeDuplicates) {
     prompter.shown.clear();
     EXPECT_FALSE(CheckData(sheet));
     EXPECT_EQ(prompter.Only(), kDuplicate + "Smith, Blank, , , ");
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, subgroup), "Blank");
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, region), "Blank");
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount, year), "");          // only categorical moderators
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount + 3, subgroup), "");  // nor empty rows
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, subgroup), "Blank");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, region), "Blank");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount, year), "");          // only categorical moderators
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount + 3, subgroup), "");  // nor empty rows
 }
 
 TEST_F(SheetCheckTest, DuplicatesAreFoundWhereverTheRowsStand) {
@@ -126,9 +126,9 @@ TEST_F(SheetCheckTest, DuplicatesAreFoundWhereverTheRowsStand) {
     Furnish();
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
-            for (int col = 0; col < sheet.flex.Cols(); ++col)
-                sheet.flex.ClearCell(r, col);
+        for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
+            for (int col = 0; col < sheet.Flex().Cols(); ++col)
+                sheet.ClearCell(r, col);
         int i = 0;
         for (const auto& [name, sub] : c.rows)
             Row(i++, name, sub, "1");

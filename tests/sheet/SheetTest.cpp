@@ -23,7 +23,7 @@ class SheetTest : public ::testing::Test {
 
 // A new sheet: hidden metadata rows and system columns, 80 numbered rows.
 TEST_F(SheetTest, NewSheetShape) {
-    const Grid& g = sheet.flex;
+    const Grid& g = sheet.Flex();
     ASSERT_EQ(g.Rows(), 230);
     ASSERT_EQ(g.Cols(), 40);
     for (int r : {0, 1, 149, 150})
@@ -44,13 +44,13 @@ TEST_F(SheetTest, NumberFormatFollowsDecimals) {
     for (const auto& [decimals, format] : cases) {
         sheet.Decimals = decimals;
         sheet.InitializeGrid();
-        EXPECT_EQ(sheet.flex.Col(12).numberFormat, format) << decimals;
+        EXPECT_EQ(sheet.Flex().Col(12).numberFormat, format) << decimals;
     }
 }
 
 TEST_F(SheetTest, SystemColumnsAreFoundByKeyAfterMoves) {
-    sheet.flex.MoveColumn(sheet.EntrySeqCol(), 30);
-    sheet.flex.MoveColumn(sheet.FormatCol(), 20);
+    sheet.MoveColumn(sheet.EntrySeqCol(), 30);
+    sheet.MoveColumn(sheet.FormatCol(), 20);
     sheet.FindCols();
     EXPECT_EQ(sheet.EntrySeqCol(), 9);
     const std::pair<int, std::string> cols[] = {
@@ -71,12 +71,12 @@ TEST_F(SheetTest, EmptySheetAndLastRows) {
     EXPECT_TRUE(sheet.isColEmpty(sheet.FormatCol()));
 
     // System columns don't make a row count; a lone blank counts only for GetLastRow.
-    sheet.flex.SetText(200, sheet.TempSeqCol(), "9");
+    sheet.SetText(200, sheet.TempSeqCol(), "9");
     EXPECT_TRUE(sheet.isRowEmpty(200));
-    sheet.flex.SetText(180, 15, " ");
+    sheet.SetText(180, 15, " ");
     EXPECT_EQ(sheet.GetLastRow(), 180);
     EXPECT_EQ(sheet.FindLastRow(), 150);
-    sheet.flex.SetText(170, 39, "x");
+    sheet.SetText(170, 39, "x");
     EXPECT_EQ(sheet.FindLastRow(), 170);
     EXPECT_FALSE(sheet.isColEmpty(39));
 }
@@ -87,10 +87,10 @@ TEST_F(SheetTest, AddLettersSkipsHiddenAndManualColumnsKeepTheirTitle) {
     EXPECT_EQ(sheet.Meta(35, 0), "Z");
     EXPECT_EQ(sheet.Meta(36, 0), "AA");
 
-    sheet.flex.Col(11).hidden = true;
+    sheet.SetColHidden(11, true);
     sheet.SetMeta(12, MetaRow::Renamed, "Manual");
     sheet.SetMeta(12, 0, "Dose");
-    sheet.flex.SetCols(10 + 60);
+    sheet.SetCols(10 + 60);
     for (int c = 40; c < 70; ++c)
         sheet.SetMeta(c, MetaRow::Renamed, "Auto");
     sheet.AddLetters();
@@ -108,36 +108,36 @@ TEST_F(SheetTest, FindFormatsKeepsAFormatOnceGiven) {
     const int b = AddBlock(sheet, "Mean, SD and sample size in each group");
     const int formatCol = sheet.FormatCol();
 
-    sheet.flex.SetText(150, a + 1, "20");
-    sheet.flex.SetText(151, b, "3.5");
+    sheet.SetText(150, a + 1, "20");
+    sheet.SetText(151, b, "3.5");
     sheet.FindFormats();
-    EXPECT_EQ(sheet.flex.Text(150, formatCol), "Events and sample size in each group");
-    EXPECT_EQ(sheet.flex.Text(150, sheet.MergeTypeCol()), "4");
-    EXPECT_EQ(sheet.flex.Text(150, sheet.NickNameCol()), "Cohort 2x2 (Events)");
-    EXPECT_EQ(sheet.flex.Text(151, formatCol), "Mean, SD and sample size in each group");
-    EXPECT_EQ(sheet.flex.Text(151, sheet.MergeTypeCol()), "6");
-    EXPECT_TRUE(sheet.flex.IsBlank(152, formatCol));
+    EXPECT_EQ(sheet.Flex().Text(150, formatCol), "Events and sample size in each group");
+    EXPECT_EQ(sheet.Flex().Text(150, sheet.MergeTypeCol()), "4");
+    EXPECT_EQ(sheet.Flex().Text(150, sheet.NickNameCol()), "Cohort 2x2 (Events)");
+    EXPECT_EQ(sheet.Flex().Text(151, formatCol), "Mean, SD and sample size in each group");
+    EXPECT_EQ(sheet.Flex().Text(151, sheet.MergeTypeCol()), "6");
+    EXPECT_TRUE(sheet.Flex().IsBlank(152, formatCol));
 
     // Typing into the other block, then emptying the row's own cells.
-    sheet.flex.SetText(150, b, "1");
-    sheet.flex.ClearCell(150, a + 1);
+    sheet.SetText(150, b, "1");
+    sheet.ClearCell(150, a + 1);
     sheet.FindFormats();
-    EXPECT_EQ(sheet.flex.Text(150, formatCol), "Events and sample size in each group");
-    sheet.flex.ClearCell(150, b);
+    EXPECT_EQ(sheet.Flex().Text(150, formatCol), "Events and sample size in each group");
+    sheet.ClearCell(150, b);
     sheet.FindFormats(150, 150);
-    EXPECT_EQ(sheet.flex.Text(150, formatCol), "Events and sample size in each group");
+    EXPECT_EQ(sheet.Flex().Text(150, formatCol), "Events and sample size in each group");
 
     // The other block's cells are shaded by its own block number; a row
     // without a format is clear.
-    sheet.flex.SetText(151, b, "3.5");
+    sheet.SetText(151, b, "3.5");
     sheet.FindFormats();
-    EXPECT_EQ(sheet.flex.CellShade(150, a), 0);
-    EXPECT_EQ(sheet.flex.CellShade(150, b + 2), 2);
-    EXPECT_EQ(sheet.flex.CellShade(151, a + 3), 1);
-    EXPECT_EQ(sheet.flex.CellShade(151, b), 0);
-    sheet.flex.ClearCell(151, formatCol);
+    EXPECT_EQ(sheet.Flex().CellShade(150, a), 0);
+    EXPECT_EQ(sheet.Flex().CellShade(150, b + 2), 2);
+    EXPECT_EQ(sheet.Flex().CellShade(151, a + 3), 1);
+    EXPECT_EQ(sheet.Flex().CellShade(151, b), 0);
+    sheet.ClearCell(151, formatCol);
     sheet.GrayBlocks(151, 151);
-    EXPECT_EQ(sheet.flex.CellShade(151, a + 3), 0);
+    EXPECT_EQ(sheet.Flex().CellShade(151, a + 3), 0);
 }
 
 TEST_F(SheetTest, FindColsPutsEntrySeqAndPopulationsFirst) {
@@ -149,15 +149,15 @@ TEST_F(SheetTest, FindColsPutsEntrySeqAndPopulationsFirst) {
     EXPECT_EQ(sheet.GetCol(0, 3), 11);
     EXPECT_EQ(sheet.GetCol(0, 4), 12);
 
-    sheet.flex.MoveColumn(sheet.GetCol(0, 1), 30);
-    sheet.flex.MoveColumn(sheet.EntrySeqCol(), 2);
-    sheet.flex.MoveColumn(sheet.GetCol(0, 3), 1);
+    sheet.MoveColumn(sheet.GetCol(0, 1), 30);
+    sheet.MoveColumn(sheet.EntrySeqCol(), 2);
+    sheet.MoveColumn(sheet.GetCol(0, 3), 1);
     sheet.FindCols();
     EXPECT_EQ(sheet.EntrySeqCol(), 9);
     EXPECT_EQ(sheet.GetCol(0, 1), 10);
     EXPECT_EQ(sheet.GetCol(0, 3), 11);
     EXPECT_EQ(sheet.GetCol(0, 4), 12);
-    EXPECT_EQ(sheet.flex.ColIndex("Study name"), 10);
+    EXPECT_EQ(sheet.Flex().ColIndex("Study name"), 10);
     EXPECT_EQ(sheet.GetCol(0, 2), -1);
     EXPECT_EQ(sheet.GetCol(11, 1), -1);
 }
@@ -168,18 +168,18 @@ TEST_F(SheetTest, SynchDataNumbersStudiesByFirstAppearanceAndSorts) {
     const std::vector<std::pair<std::string, std::string>> rows = {
         {"Beta", "x"}, {"", ""}, {"Alpha", "y"}, {"Beta", "a"}, {"Alpha", "b"}};
     for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-        sheet.flex.SetText(150 + i, study, rows[static_cast<std::size_t>(i)].first);
-        sheet.flex.SetText(150 + i, comparison, rows[static_cast<std::size_t>(i)].second);
+        sheet.SetText(150 + i, study, rows[static_cast<std::size_t>(i)].first);
+        sheet.SetText(150 + i, comparison, rows[static_cast<std::size_t>(i)].second);
     }
     sheet.SynchData();
     const std::vector<std::pair<std::string, std::string>> expected = {
         {"Beta", "a"}, {"Beta", "x"}, {"Alpha", "b"}, {"Alpha", "y"}};
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(sheet.flex.Text(150 + i, sheet.GetCol(0, 1)),
+        EXPECT_EQ(sheet.Flex().Text(150 + i, sheet.GetCol(0, 1)),
                   expected[static_cast<std::size_t>(i)].first);
-        EXPECT_EQ(sheet.flex.Text(150 + i, sheet.GetCol(0, 3)),
+        EXPECT_EQ(sheet.Flex().Text(150 + i, sheet.GetCol(0, 3)),
                   expected[static_cast<std::size_t>(i)].second);
-        EXPECT_EQ(sheet.flex.Text(150 + i, sheet.EntrySeqCol()), std::to_string(i + 1));
+        EXPECT_EQ(sheet.Flex().Text(150 + i, sheet.EntrySeqCol()), std::to_string(i + 1));
     }
     EXPECT_EQ(sheet.GetLastRow(), 153);
 }
@@ -187,9 +187,9 @@ TEST_F(SheetTest, SynchDataNumbersStudiesByFirstAppearanceAndSorts) {
 TEST_F(SheetTest, FindESColsCountsRolesAndReportsProblems) {
     const int a = AddBlock(sheet, "Events and sample size in each group");
     sheet.FindESCols("Events and sample size in each group");
-    EXPECT_EQ(sheet.EntryColIndex[0], a);
-    EXPECT_EQ(sheet.EntryColIndex[3], a + 3);
-    EXPECT_EQ(sheet.EntryColCount[2], 1);
+    EXPECT_EQ(sheet.EntryColIndex()[0], a);
+    EXPECT_EQ(sheet.EntryColIndex()[3], a + 3);
+    EXPECT_EQ(sheet.EntryColCount()[2], 1);
     EXPECT_TRUE(prompter.shown.empty());
 
     sheet.FindESCols("Mean, SD and sample size");

@@ -42,9 +42,9 @@ class StudyRowsTest : public ::testing::Test {
         int r = FixedRowCount;
         for (const auto& [name, sub] : rows) {
             if (!name.empty() || !sub.empty()) {
-                sheet.flex.SetText(r, study, name);
-                sheet.flex.SetText(r, subgroup, sub);
-                sheet.flex.SetText(r, entry, std::to_string(r));
+                sheet.SetText(r, study, name);
+                sheet.SetText(r, subgroup, sub);
+                sheet.SetText(r, entry, std::to_string(r));
             }
             ++r;
         }
@@ -53,7 +53,7 @@ class StudyRowsTest : public ::testing::Test {
     std::vector<std::string> Column(int col, int count) const {
         std::vector<std::string> out;
         for (int r = FixedRowCount; r < FixedRowCount + count; ++r)
-            out.push_back(sheet.flex.Text(r, col));
+            out.push_back(sheet.Flex().Text(r, col));
         return out;
     }
 
@@ -67,18 +67,18 @@ class StudyRowsTest : public ::testing::Test {
 TEST_F(StudyRowsTest, MergeRowsSortsByIdentifiersThenEntryOrder) {
     Furnish();
     Rows({{"B", "2"}, {"", ""}, {"A", "z"}, {"B", "10"}, {"A", "z"}, {"a", "y"}});
-    const std::string firstAz = sheet.flex.Text(FixedRowCount + 2, entry);
+    const std::string firstAz = sheet.Flex().Text(FixedRowCount + 2, entry);
     MergeRows(sheet, true);
     EXPECT_EQ(Column(study, 6), (Lines{"a", "A", "A", "B", "B", ""}));
     EXPECT_EQ(Column(subgroup, 6), (Lines{"y", "z", "z", "2", "10", ""}));
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount + 1, entry), firstAz);  // ties keep entry order
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount + 1, entry), firstAz);  // ties keep entry order
     EXPECT_EQ(Column(0, 3), (Lines{"1", "2", "3"}));
     EXPECT_EQ(Column(sheet.EntrySeqCol(), 3), (Lines{"1", "2", "3"}));
-    EXPECT_TRUE(sheet.flex.Col(study).merged);
-    EXPECT_TRUE(sheet.flex.Col(subgroup).merged);
-    EXPECT_FALSE(sheet.flex.Col(entry).merged);
+    EXPECT_TRUE(sheet.Flex().Col(study).merged);
+    EXPECT_TRUE(sheet.Flex().Col(subgroup).merged);
+    EXPECT_FALSE(sheet.Flex().Col(entry).merged);
     MergeRows(sheet, false);
-    EXPECT_FALSE(sheet.flex.Col(study).merged);
+    EXPECT_FALSE(sheet.Flex().Col(study).merged);
 }
 
 TEST_F(StudyRowsTest, NewIdentifyingColumnJoinsTheRowDisplay) {
@@ -87,15 +87,15 @@ TEST_F(StudyRowsTest, NewIdentifyingColumnJoinsTheRowDisplay) {
     // Rows shown each on its own: a new column leaves them where they are.
     const int comparison = sheet.MakePop(3);
     EXPECT_EQ(Column(study, 2), (Lines{"B", "A"}));
-    EXPECT_FALSE(sheet.flex.Col(comparison).merged);
+    EXPECT_FALSE(sheet.Flex().Col(comparison).merged);
 
     MergeRows(sheet, true);
-    sheet.flex.SetText(FixedRowCount, study, "C");
+    sheet.SetText(FixedRowCount, study, "C");
     // Merged: the new column is merged too and the rows are sorted again.
     const int outcome = sheet.MakePop(4);
     EXPECT_EQ(Column(study, 2), (Lines{"B", "C"}));
-    EXPECT_TRUE(sheet.flex.Col(outcome).merged);
-    EXPECT_TRUE(sheet.flex.Col(study).merged);
+    EXPECT_TRUE(sheet.Flex().Col(outcome).merged);
+    EXPECT_TRUE(sheet.Flex().Col(study).merged);
 }
 
 TEST_F(StudyRowsTest, ForceSortFollowsTheColumnsDataType) {
@@ -103,9 +103,9 @@ TEST_F(StudyRowsTest, ForceSortFollowsTheColumnsDataType) {
     const int moderator = sample::AddModerator(sheet, "Code", "Categorical");
     const Lines codes = {"10", "9", "b", "A"};
     for (int i = 0; i < 4; ++i) {
-        sheet.flex.SetText(FixedRowCount + i, study, "S" + std::to_string(i));
-        sheet.flex.SetText(FixedRowCount + i, moderator, codes[static_cast<std::size_t>(i)]);
-        sheet.flex.SetText(FixedRowCount + i, entry, codes[static_cast<std::size_t>(i)]);
+        sheet.SetText(FixedRowCount + i, study, "S" + std::to_string(i));
+        sheet.SetText(FixedRowCount + i, moderator, codes[static_cast<std::size_t>(i)]);
+        sheet.SetText(FixedRowCount + i, entry, codes[static_cast<std::size_t>(i)]);
     }
     ForceSort(sheet, project, moderator);
     EXPECT_EQ(Column(moderator, 4), (Lines{"10", "9", "A", "b"}));  // as text
@@ -153,7 +153,7 @@ TEST_F(StudyRowsTest, DeleteStudyBlanksItsRowsOrRestoresTheBackup) {
     Furnish();
     Rows({{"A", "1"}, {"B", "1"}, {"A", "2"}, {"C", "1"}});
     PreSave(sheet);  // the backup records the widths
-    const Grid before = sheet.flex;
+    const Grid before = sheet.Flex();
 
     prompter.answers = {Answer::No};
     EXPECT_FALSE(DeleteStudy(sheet, project, FixedRowCount + 2, folder));
@@ -161,7 +161,7 @@ TEST_F(StudyRowsTest, DeleteStudyBlanksItsRowsOrRestoresTheBackup) {
     EXPECT_EQ(prompter.Only(),
               "  Delete study|Do you want to delete the A study? |Any subgroups and outcomes for "
               "this study will be deleted as well.  ");
-    sample::ExpectSameCells(before, sheet.flex);
+    sample::ExpectSameCells(before, sheet.Flex());
     EXPECT_TRUE(project.SheetDirty);
 
     prompter.answers = {Answer::Yes};
@@ -169,7 +169,7 @@ TEST_F(StudyRowsTest, DeleteStudyBlanksItsRowsOrRestoresTheBackup) {
     EXPECT_EQ(Column(study, 4), (Lines{"B", "C", "", ""}));
     EXPECT_EQ(Column(0, 4), (Lines{"1", "2", "3", "4"}));
     EXPECT_TRUE(sheet.isRowEmpty(FixedRowCount + 2));
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount + 2, sheet.FormatCol()), "");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount + 2, sheet.FormatCol()), "");
 }
 
 TEST_F(StudyRowsTest, AddStudyDialog) {
@@ -178,7 +178,7 @@ TEST_F(StudyRowsTest, AddStudyDialog) {
     EXPECT_EQ(GetNewName(sheet), "Study001");  // a first study is number 1
     Rows({{"Study002", "x"}, {"Other", "y"}});
     EXPECT_EQ(GetNewName(sheet), "Study003");  // from the count of rows, past the taken names
-    sheet.flex.SetText(FixedRowCount + 2, study, "Study003");
+    sheet.SetText(FixedRowCount + 2, study, "Study003");
     EXPECT_EQ(GetNewName(sheet), "Study004");
 
     for (const auto& [name, text] :
@@ -192,9 +192,9 @@ TEST_F(StudyRowsTest, AddStudyDialog) {
 
     sheet.SetMeta(subgroup, MetaRow::ValueList, "Men|Women");
     sheet.SetMeta(outcome, MetaRow::ValueList, "Death|Stroke|");
-    sheet.flex.SetText(FixedRowCount, study, "");  // a gap the new rows fill first
-    sheet.flex.SetText(FixedRowCount, subgroup, "");
-    sheet.flex.SetText(FixedRowCount, entry, "");
+    sheet.SetText(FixedRowCount, study, "");  // a gap the new rows fill first
+    sheet.SetText(FixedRowCount, subgroup, "");
+    sheet.SetText(FixedRowCount, entry, "");
     const AddStudyOutcome added = AddStudy(sheet, project, "New", true);
     EXPECT_TRUE(added.inserted);
     EXPECT_TRUE(project.SheetDirty);
@@ -204,16 +204,16 @@ TEST_F(StudyRowsTest, AddStudyDialog) {
     EXPECT_EQ(added.nextName, "Study006");
 
     EXPECT_TRUE(AddStudy(sheet, project, "Single", false).inserted);
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount + 6, study), "Single");
-    EXPECT_EQ(sheet.flex.Text(FixedRowCount + 6, subgroup), "");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount + 6, study), "Single");
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount + 6, subgroup), "");
 }
 
 TEST_F(StudyRowsTest, AddStudyNeedsAStudyColumn) {
     subgroup = sheet.MakePop(2);
-    const int columns = sheet.flex.Cols();
+    const int columns = sheet.Flex().Cols();
     EXPECT_FALSE(AddStudy(sheet, project, "New", false).inserted);
     EXPECT_EQ(prompter.Only(), prompter.Text(StudyColumnMissing()));  // the check's own box
-    EXPECT_EQ(sheet.flex.Cols(), columns);
+    EXPECT_EQ(sheet.Flex().Cols(), columns);
     EXPECT_TRUE(sheet.isRowEmpty(FixedRowCount));
     EXPECT_FALSE(project.SheetDirty);
 }

@@ -52,14 +52,14 @@ class DocumentTest : public ::testing::Test {
     }
 
     int ColumnTitled(const std::string& title) const {
-        const sheet::Grid& flex = document.Sheet().flex;
+        const sheet::Grid& flex = document.Sheet().Flex();
         for (int c = 0; c < flex.Cols(); ++c)
             if (flex.Text(0, c) == title) return c;
         return -1;
     }
     int DisplayCol(int index, int attr) const {
         return document.Sheet()
-            .DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
+            .DisplayColTable()[static_cast<std::size_t>(index)][static_cast<std::size_t>(attr)];
     }
 
     testing::ScriptedPrompter prompter;
@@ -73,7 +73,7 @@ TEST_F(DocumentTest, EditOfAnEntryCellNotifiesTheCellAndItsRowsResults) {
     ASSERT_GE(col, 0);
     const int oddsPoint = DisplayCol(2, sheet::AttrPoint);
     ASSERT_GT(oddsPoint, 0);
-    const double before = document.Sheet().flex.At(row, oddsPoint).Number();
+    const double before = document.Sheet().Flex().At(row, oddsPoint).Number();
 
     ASSERT_TRUE(document.EditCell(row, col, "8"));
     ASSERT_EQ(recorder.changes.size(), 1u);
@@ -90,7 +90,7 @@ TEST_F(DocumentTest, EditOfAnEntryCellNotifiesTheCellAndItsRowsResults) {
         EXPECT_TRUE(covered(row, DisplayCol(1, attr))) << attr;
         EXPECT_FALSE(covered(row + 1, DisplayCol(1, attr))) << attr;
     }
-    EXPECT_NE(document.Sheet().flex.At(row, oddsPoint).Number(), before);
+    EXPECT_NE(document.Sheet().Flex().At(row, oddsPoint).Number(), before);
     EXPECT_TRUE(document.Dirty());
 
     // The same text again changes nothing and says nothing.
@@ -101,14 +101,14 @@ TEST_F(DocumentTest, EditOfAnEntryCellNotifiesTheCellAndItsRowsResults) {
 }
 
 TEST_F(DocumentTest, AddingABlockIsAStructureChange) {
-    const int colsBefore = document.Sheet().flex.Cols();
+    const int colsBefore = document.Sheet().Flex().Cols();
     EXPECT_FALSE(document.AddBlock("No such format"));
     EXPECT_TRUE(recorder.changes.empty());
 
     ASSERT_TRUE(document.AddBlock("Events and non-events in each group"));
     ASSERT_EQ(recorder.changes.size(), 1u);
     EXPECT_EQ(recorder.changes.front().kind, ChangeKind::Structure);
-    EXPECT_GT(document.Sheet().flex.Cols(), colsBefore);
+    EXPECT_GT(document.Sheet().Flex().Cols(), colsBefore);
     EXPECT_GE(ColumnTitled("Group-A Non-events"), 0);
     EXPECT_TRUE(document.Dirty());
 }
@@ -127,14 +127,14 @@ TEST_F(DocumentTest, SavingMakesItCleanAndReopeningGivesTheSameResults) {
     EXPECT_EQ(reopened.DataRows(), 2);
     const int point = DisplayCol(1, sheet::AttrPoint);
     for (int row = FixedRowCount; row < FixedRowCount + 2; ++row)
-        EXPECT_EQ(reopened.Sheet().flex.At(row, point).Number(),
-                  document.Sheet().flex.At(row, point).Number());
+        EXPECT_EQ(reopened.Sheet().Flex().At(row, point).Number(),
+                  document.Sheet().Flex().At(row, point).Number());
 }
 
 TEST_F(DocumentTest, AFailedOpenLeavesTheProjectAsItWas) {
-    const int cols = document.Sheet().flex.Cols();
+    const int cols = document.Sheet().Flex().Cols();
     const std::string firstStudy =
-        document.Sheet().flex.Text(FixedRowCount, ColumnTitled("Study name"));
+        document.Sheet().Flex().Text(FixedRowCount, ColumnTitled("Study name"));
 
     EXPECT_EQ(document.Open(TempFile("missing.syn")).status, OpenStatus::Refused);
     EXPECT_EQ(document
@@ -147,8 +147,8 @@ TEST_F(DocumentTest, AFailedOpenLeavesTheProjectAsItWas) {
     EXPECT_EQ(document.Open(TempFile("b.csv", kTwoTrials)).status, OpenStatus::NoFormat);
 
     EXPECT_TRUE(recorder.changes.empty());
-    EXPECT_EQ(document.Sheet().flex.Cols(), cols);
-    EXPECT_EQ(document.Sheet().flex.Text(FixedRowCount, ColumnTitled("Study name")), firstStudy);
+    EXPECT_EQ(document.Sheet().Flex().Cols(), cols);
+    EXPECT_EQ(document.Sheet().Flex().Text(FixedRowCount, ColumnTitled("Study name")), firstStudy);
     EXPECT_EQ(document.DataRows(), 2);
 }
 

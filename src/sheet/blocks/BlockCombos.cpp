@@ -21,7 +21,7 @@ bool Offered(const Sheet& sheet, int col, const DefinedFormat& format) {
     // it, so that its roles keep their columns.
     if (sheet.MetaIs(col, MetaRow::Function, "Data Entry"))
         return sheet.MetaIs(col, MetaRow::FormatName, format.CurrentFormatLong);
-    if (sheet.flex.Col(col).hidden) return false;
+    if (sheet.Flex().Col(col).hidden) return false;
     for (std::string_view function : kNotOffered) {
         if (sheet.MetaIs(col, MetaRow::Function, function)) return false;
     }
@@ -43,7 +43,7 @@ bool RoleCombo::SelectCol(int col) {
 std::vector<RoleCombo> LoadCombos(const Sheet& sheet, const DefinedFormat& format) {
     std::vector<ComboEntry> entries = {{std::string(kNotSpecified), -1},
                                        {std::string(kCreateNewColumn), -1}};
-    for (int c = sheet.flex.FixedCols(); c < sheet.flex.Cols(); ++c) {
+    for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c) {
         if (Offered(sheet, c, format)) entries.push_back({sheet.ColumnLabel(c), c});
     }
     std::vector<RoleCombo> combos;
@@ -55,7 +55,7 @@ std::vector<RoleCombo> LoadCombos(const Sheet& sheet, const DefinedFormat& forma
 }
 
 void InitExisting(const Sheet& sheet, const DefinedFormat& format, std::vector<RoleCombo>& combos) {
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!sheet.MetaIs(c, MetaRow::Function, "Data Entry") ||
             !sheet.MetaIs(c, MetaRow::FormatName, format.CurrentFormatLong))
             continue;

@@ -19,20 +19,20 @@ bool IsEntry(const Sheet& sheet, int col) {
 }
 
 void SetShown(Sheet& sheet, int col, bool shown) {
-    sheet.flex.Col(col).hidden = !shown;
+    sheet.SetColHidden(col, !shown);
     sheet.SetMeta(col, MetaRow::Hidden, shown ? "Show" : "Hide");
 }
 
 // Moves the nickname column to `to`. The fixed area keeps the same other
 // columns: when the nickname column crosses its edge, the edge moves with it.
 void MoveNickName(Sheet& sheet, int nick, int to) {
-    Grid& flex = sheet.flex;
+    const Grid& flex = sheet.Flex();
     const int fixed = flex.FixedCols();
-    flex.MoveColumn(nick, to);
+    sheet.MoveColumn(nick, to);
     if (nick < fixed && to >= fixed)
-        flex.SetFixedCols(fixed - 1);
+        sheet.SetFixedCols(fixed - 1);
     else if (nick >= fixed && to < fixed)
-        flex.SetFixedCols(fixed + 1);
+        sheet.SetFixedCols(fixed + 1);
 }
 
 // The rightmost system column; -1 when the sheet has none.
@@ -47,8 +47,8 @@ int LastSystemCol(const Sheet& sheet) {
 // right of the fixed area is the user's data.
 void KeepFixedCount(Sheet& sheet) {
     const int nick = sheet.NickNameCol();
-    if (nick < 0 || nick >= sheet.flex.FixedCols()) return;
-    sheet.flex.SetFixedCols(std::max(nick, LastSystemCol(sheet)) + 1);
+    if (nick < 0 || nick >= sheet.Flex().FixedCols()) return;
+    sheet.SetFixedCols(std::max(nick, LastSystemCol(sheet)) + 1);
 }
 
 }  // namespace
@@ -56,7 +56,7 @@ void KeepFixedCount(Sheet& sheet) {
 void AdjustBlocks(Sheet& sheet) {
     BlockView& view = sheet.View;
     view.Tabs.clear();
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!IsEntry(sheet, c)) continue;
         std::string block = sheet.Meta(c, MetaRow::BlockName);
         if (static_cast<int>(view.Tabs.size()) < MaxBlocks &&
@@ -71,7 +71,7 @@ void AdjustBlocks(Sheet& sheet) {
         view.TabsVisible = false;
         if (nick >= 0) {
             MoveNickName(sheet, nick, 1);
-            sheet.flex.Col(1).hidden = true;
+            sheet.SetColHidden(1, true);
         }
     } else {
         view.TabsVisible = true;
@@ -80,12 +80,12 @@ void AdjustBlocks(Sheet& sheet) {
             // which keeps the last place: frozen, and in view while the
             // identifying columns and the entries scroll.
             const int seq = sheet.EntrySeqCol();
-            const int fixed = sheet.flex.FixedCols();
+            const int fixed = sheet.Flex().FixedCols();
             const int to =
                 seq >= 0 ? (nick < seq ? seq - 1 : seq) : (nick < fixed ? fixed - 1 : fixed);
             MoveNickName(sheet, nick, to);
             // With every block hidden the rows' format names would label nothing.
-            sheet.flex.Col(to).hidden = view.BlockDisplay == HideAllBlocks;
+            sheet.SetColHidden(to, view.BlockDisplay == HideAllBlocks);
         }
     }
     KeepFixedCount(sheet);
@@ -95,7 +95,7 @@ void AdjustBlocks(Sheet& sheet) {
 
 void ShowBlocks(Sheet& sheet, std::string_view blockName) {
     const int mode = sheet.View.BlockDisplay;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!IsEntry(sheet, c)) continue;
         const bool shown =
             mode == ShowAllBlocks ||
@@ -103,7 +103,7 @@ void ShowBlocks(Sheet& sheet, std::string_view blockName) {
         SetShown(sheet, c, shown);
     }
     const int nick = sheet.NickNameCol();
-    if (nick >= 0 && sheet.View.TabsVisible) sheet.flex.Col(nick).hidden = mode == HideAllBlocks;
+    if (nick >= 0 && sheet.View.TabsVisible) sheet.SetColHidden(nick, mode == HideAllBlocks);
     sheet.AddLetters();
     AddCellBorders(sheet);
 }
@@ -125,7 +125,7 @@ int SynchTabs(Sheet& sheet, int col) {
 bool DeleteTab(Sheet& sheet, std::string_view blockName) {
     std::vector<int> cols;
     std::string formatName;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (IsEntry(sheet, c) && sheet.MetaIs(c, MetaRow::BlockName, blockName)) {
             cols.push_back(c);
             if (formatName.empty()) formatName = sheet.Meta(c, MetaRow::FormatName);
@@ -150,17 +150,17 @@ bool DeleteTab(Sheet& sheet, std::string_view blockName) {
         return false;
 
     for (auto it = cols.rbegin(); it != cols.rend(); ++it)
-        sheet.flex.RemoveColumn(*it);
+        sheet.RemoveColumn(*it);
     sheet.FindCols();
 
     const int formatCol = sheet.FormatCol();
     const int nickCol = sheet.NickNameCol();
     const int mergeCol = sheet.MergeTypeCol();
-    for (int r = FixedRowCount; r < sheet.flex.Rows() && formatCol >= 0; ++r) {
-        if (!sheet.flex.TextIs(r, formatCol, formatName)) continue;
-        sheet.flex.ClearCell(r, formatCol);
-        if (nickCol >= 0) sheet.flex.ClearCell(r, nickCol);
-        if (mergeCol >= 0) sheet.flex.ClearCell(r, mergeCol);
+    for (int r = FixedRowCount; r < sheet.Flex().Rows() && formatCol >= 0; ++r) {
+        if (!sheet.Flex().TextIs(r, formatCol, formatName)) continue;
+        sheet.ClearCell(r, formatCol);
+        if (nickCol >= 0) sheet.ClearCell(r, nickCol);
+        if (mergeCol >= 0) sheet.ClearCell(r, mergeCol);
         BlankDisplayCols(sheet, r);
     }
     sheet.GrayBlocks(0, 0);

@@ -16,13 +16,13 @@ BlockWizard::BlockWizard(Sheet& sheet) : sheet_(sheet) {
 }
 
 void BlockWizard::BackupFile() {
-    savedGrid_ = sheet_.flex;
+    savedGrid_ = sheet_.Flex();
     savedView_ = sheet_.View;
     savedDefined_ = sheet_.Defined;
 }
 
 void BlockWizard::RestoreFile() {
-    sheet_.flex = savedGrid_;
+    sheet_.ReplaceGrid(savedGrid_);
     sheet_.View = savedView_;
     sheet_.Defined = savedDefined_;
     sheet_.FindCols();
@@ -61,12 +61,12 @@ void BlockWizard::PointRoleAt(int col, std::size_t r) {
     sheet_.SetMeta(col, MetaRow::BlockSeq, std::to_string(r + 1));
     sheet_.SetMeta(col, MetaRow::Hidden, "Show");
     sheet_.SetMeta(col, MetaRow::Renamed, "Manual");
-    sheet_.flex.Col(col).hidden = false;
+    sheet_.SetColHidden(col, false);
 }
 
 void BlockWizard::ReleaseUnchosenCols(const std::vector<int>& chosen) {
     // Their data stays, in a column the user may use or delete.
-    for (int c = 0; c < sheet_.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet_.Flex().Cols(); ++c) {
         if (!sheet_.MetaIs(c, MetaRow::Function, "Data Entry") ||
             !sheet_.MetaIs(c, MetaRow::FormatName, format_) ||
             std::find(chosen.begin(), chosen.end(), c) != chosen.end())
@@ -138,7 +138,7 @@ bool BlockWizard::Finish() {
     ShowIndices(sheet_);
     ColorDisplayCols(sheet_);
     sheet_.GrayBlocks(0, 0);
-    for (int c = 0; c < sheet_.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet_.Flex().Cols(); ++c) {
         if (sheet_.MetaIs(c, MetaRow::Function, "Display") &&
             sheet_.MetaIs(c, MetaRow::DisplayClass, "Primary")) {
             sheet_.View.PrimaryIndex = sheet_.Meta(c, MetaRow::IndexName);

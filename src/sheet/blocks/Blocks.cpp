@@ -194,7 +194,7 @@ void Sheet::TitleEntryColumn(int col) {
 }
 
 void Sheet::ApplyGroupNames() {
-    for (int c = 0; c < flex.Cols(); ++c) {
+    for (int c = 0; c < flex_.Cols(); ++c) {
         if (MetaIs(c, MetaRow::Function, "Data Entry")) {
             TitleEntryColumn(c);
         } else if (MetaIs(c, MetaRow::Function, "Display")) {
@@ -213,8 +213,8 @@ void Sheet::CreateAll() {
     for (std::size_t r = 0; r < MaxRoles; ++r) {
         const std::string& role = Defined.EntryColNames[r];
         if (role.empty()) continue;
-        const int col = flex.Cols();
-        flex.InsertColumn(col);
+        const int col = flex_.Cols();
+        flex_.InsertColumn(col);
         const bool dropDown = FindDropDown(role) != nullptr;
         const bool whole = Defined.EntryColInteger[r] || role == "Tails";
         SetMeta(col, MetaRow::ColumnHeader, "");
@@ -239,7 +239,7 @@ void Sheet::CreateAll() {
         // The role's own number: roles pointed at existing columns leave gaps.
         SetMeta(col, MetaRow::BlockSeq, std::to_string(r + 1));
         ++created;
-        flex.Col(col).numberFormat = numberFormat;
+        flex_.SetColNumberFormat(col, numberFormat);
         // A blank title would leave the column nameless in lists and messages.
         TitleEntryColumn(col);
     }
@@ -251,8 +251,8 @@ void Sheet::CreateAll() {
 void Sheet::AppendDisplayIndex(std::string_view indexName, std::string_view primary, bool inSet) {
     const std::string numberFormat = NumberFormat();
     for (int a = AttrPoint; a <= AttrFormula; ++a) {
-        const int col = flex.Cols();
-        flex.InsertColumn(col);
+        const int col = flex_.Cols();
+        flex_.InsertColumn(col);
         WriteDefaultRecord(col);
         const std::string_view attribute = AttrNames[a];
         SetMeta(col, MetaRow::ColumnHeader, DisplayTitle(indexName, attribute));
@@ -267,8 +267,8 @@ void Sheet::AppendDisplayIndex(std::string_view indexName, std::string_view prim
         SetMeta(col, MetaRow::DisplayClass, displayClass);
         const bool shown = point && inSet;
         SetMeta(col, MetaRow::Hidden, shown ? "Show" : "Hide");
-        flex.Col(col).hidden = !shown;
-        flex.Col(col).numberFormat = numberFormat;
+        flex_.SetColHidden(col, !shown);
+        flex_.SetColNumberFormat(col, numberFormat);
     }
 }
 
@@ -280,7 +280,7 @@ void Sheet::CreateDisplayCols(std::string_view formatName) {
     };
 
     std::unordered_set<std::string> existing;
-    for (int c = 0; c < flex.Cols(); ++c) {
+    for (int c = 0; c < flex_.Cols(); ++c) {
         if (MetaIs(c, MetaRow::Function, "Display")) existing.insert(Meta(c, MetaRow::IndexName));
     }
 
@@ -288,7 +288,7 @@ void Sheet::CreateDisplayCols(std::string_view formatName) {
         // The display columns are shared by all blocks: only the primary index
         // changes, as choosing a primary index from the menu does.
         if (!primary.empty()) {
-            for (int c = 0; c < flex.Cols(); ++c) {
+            for (int c = 0; c < flex_.Cols(); ++c) {
                 if (!MetaIs(c, MetaRow::Function, "Display")) continue;
                 if (MetaIs(c, MetaRow::IndexName, primary))
                     SetMeta(c, MetaRow::DisplayClass, "Primary");
@@ -341,16 +341,16 @@ int Sheet::MakePop(int populationIndex) {
     int at = -1;
     for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p) {
         const int c = GetCol(0, p);
-        if (c >= 0) merged = merged || flex.Col(c).merged;
+        if (c >= 0) merged = merged || flex_.Col(c).merged;
         at = std::max(at, c);
     }
     if (at >= 0)
         ++at;
     else
-        at = std::max(EntrySeqCol() + 1, flex.FixedCols());
-    at = std::clamp(at, 0, flex.Cols());
+        at = std::max(EntrySeqCol() + 1, flex_.FixedCols());
+    at = std::clamp(at, 0, flex_.Cols());
 
-    flex.InsertColumn(at);
+    flex_.InsertColumn(at);
     WriteDefaultRecord(at);
     SetMeta(at, MetaRow::ColumnHeader, name);
     SetMeta(at, MetaRow::DataType, "Categorical");
@@ -376,9 +376,9 @@ void Sheet::GrayBlocks(int firstRow, int lastRow) {
     const int formatCol = FormatCol();
     const int nickCol = NickNameCol();
     if (firstRow <= 0) firstRow = FixedRowCount;
-    if (lastRow <= 0) lastRow = flex.Rows() - 1;
+    if (lastRow <= 0) lastRow = flex_.Rows() - 1;
     firstRow = std::max(firstRow, FixedRowCount);
-    lastRow = std::min(lastRow, flex.Rows() - 1);
+    lastRow = std::min(lastRow, flex_.Rows() - 1);
 
     struct EntryCol {
         int col;
@@ -388,7 +388,7 @@ void Sheet::GrayBlocks(int firstRow, int lastRow) {
     // Each block keeps its own shade, by order of first appearance.
     std::vector<EntryCol> entry;
     std::unordered_map<std::string, std::uint8_t> shadeOfBlock;
-    for (int c = 0; c < flex.Cols(); ++c) {
+    for (int c = 0; c < flex_.Cols(); ++c) {
         if (!MetaIs(c, MetaRow::Function, "Data Entry")) continue;
         std::string block = Meta(c, MetaRow::BlockName);
         auto [it, added] =
@@ -398,11 +398,11 @@ void Sheet::GrayBlocks(int firstRow, int lastRow) {
     if (entry.empty()) return;
 
     for (int r = firstRow; r <= lastRow; ++r) {
-        const bool hasFormat = formatCol >= 0 && !flex.IsBlank(r, formatCol);
-        const std::string nick = hasFormat && nickCol >= 0 ? flex.Text(r, nickCol) : std::string();
+        const bool hasFormat = formatCol >= 0 && !flex_.IsBlank(r, formatCol);
+        const std::string nick = hasFormat && nickCol >= 0 ? flex_.Text(r, nickCol) : std::string();
         for (const EntryCol& e : entry) {
             const std::uint8_t shade = hasFormat && e.block != nick ? e.shade : 0;
-            if (flex.CellShade(r, e.col) != shade) flex.SetCellShade(r, e.col, shade);
+            if (flex_.CellShade(r, e.col) != shade) flex_.SetCellShade(r, e.col, shade);
         }
     }
 }

@@ -10,7 +10,7 @@ namespace synthara::sheet {
 void AddCellBorders(Sheet& sheet) {
     std::vector<CellBorder>& borders = sheet.View.Borders;
     borders.clear();
-    const Grid& flex = sheet.flex;
+    const Grid& flex = sheet.Flex();
     const int lastRow = flex.Rows() - 1;
     // Hidden columns neither open nor close an outline: the screen draws
     // around what it shows.

@@ -19,7 +19,7 @@ bool IsEntry(const Sheet& sheet, int col) {
 }
 
 bool InBlock(const Sheet& sheet, int col, const std::string& blockName) {
-    return col >= 0 && col < sheet.flex.Cols() && IsEntry(sheet, col) &&
+    return col >= 0 && col < sheet.Flex().Cols() && IsEntry(sheet, col) &&
            sheet.MetaIs(col, MetaRow::BlockName, blockName);
 }
 
@@ -27,7 +27,7 @@ bool InBlock(const Sheet& sheet, int col, const std::string& blockName) {
 enum class Group { Other, Identifying, Entry, Display };
 
 Group GroupOf(const Sheet& sheet, int col) {
-    if (col < 0 || col >= sheet.flex.Cols()) return Group::Other;
+    if (col < 0 || col >= sheet.Flex().Cols()) return Group::Other;
     if (sheet.MetaIs(col, MetaRow::Function, "Populations") || col == sheet.EntrySeqCol())
         return Group::Identifying;
     if (IsEntry(sheet, col)) return Group::Entry;
@@ -45,7 +45,7 @@ bool CanMoveEntryColumn(Sheet& sheet, int from, int to) {
     const std::string block = sheet.Meta(from, MetaRow::BlockName);
     int first = from;
     int last = from;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (InBlock(sheet, c, block)) {
             first = std::min(first, c);
             last = std::max(last, c);
@@ -101,11 +101,11 @@ int EndOfIdentifyingCols(const Sheet& sheet) {
     int end = sheet.EntrySeqCol();
     for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p)
         end = std::max(end, sheet.GetCol(0, p));
-    return std::max(end + 1, sheet.flex.FixedCols());
+    return std::max(end + 1, sheet.Flex().FixedCols());
 }
 
 int EndOfEntryCols(const Sheet& sheet) {
-    for (int c = sheet.flex.Cols() - 1; c >= 0; --c) {
+    for (int c = sheet.Flex().Cols() - 1; c >= 0; --c) {
         if (IsEntry(sheet, c)) return c + 1;
     }
     return EndOfIdentifyingCols(sheet);
@@ -117,11 +117,11 @@ void MoveEntryCols(Sheet& sheet, const std::string& formatName, const std::strin
         double seq;
     };
     std::vector<Member> members;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (IsEntry(sheet, c) && sheet.MetaIs(c, MetaRow::FormatName, formatName) &&
             sheet.MetaIs(c, MetaRow::BlockName, blockName)) {
             double seq = 0;
-            sheet.flex.At(MetaRow::BlockSeq, c).TryNumber(seq);
+            sheet.Flex().At(MetaRow::BlockSeq, c).TryNumber(seq);
             members.push_back({c, seq});
         }
     }
@@ -133,11 +133,11 @@ void MoveEntryCols(Sheet& sheet, const std::string& formatName, const std::strin
     std::vector<int> cols;
     for (const Member& m : members)
         cols.push_back(m.col);
-    PlaceColumns(sheet.flex, cols, start);
+    sheet.PlaceColumns(cols, start);
 }
 
 bool CanMoveColumn(Sheet& sheet, int from, int to) {
-    const int n = sheet.flex.Cols();
+    const int n = sheet.Flex().Cols();
     if (from < 0 || from >= n || to < 0 || to >= n) return false;
     if (from == to) return true;
     if (sheet.MetaIs(from, MetaRow::Function, "Populations"))
@@ -153,7 +153,7 @@ bool CanMoveColumn(Sheet& sheet, int from, int to) {
     const int left = from < to ? to : to - 1;
     const int right = from < to ? to + 1 : to;
     const Group group = GroupOf(sheet, left);
-    if (to < sheet.flex.FixedCols() || (group != Group::Other && group == GroupOf(sheet, right)))
+    if (to < sheet.Flex().FixedCols() || (group != Group::Other && group == GroupOf(sheet, right)))
         return Refuse(sheet, {"Column cannot be moved to this position    "});
     return true;
 }
@@ -165,7 +165,7 @@ bool RepositionEntryCols(Sheet& sheet, int from, int to) {
     }
     const std::string block = sheet.Meta(to, MetaRow::BlockName);
     if (from != to && !InBlock(sheet, to - 1, block) && !InBlock(sheet, to + 1, block)) {
-        sheet.flex.MoveColumn(to, from);
+        sheet.MoveColumn(to, from);
         sheet.Prompts().Message(
             {"Move data entry column ",
              {"Sorry, data entry column cannot be moved outside its own block    "},
@@ -173,12 +173,16 @@ bool RepositionEntryCols(Sheet& sheet, int from, int to) {
         return false;
     }
     int seq = 0;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (InBlock(sheet, c, block)) sheet.SetMeta(c, MetaRow::BlockSeq, std::to_string(++seq));
     }
     sheet.FindCols();
     AddCellBorders(sheet);
     return true;
+}
+
+void Sheet::PlaceColumns(const std::vector<int>& cols, int before) {
+    sheet::PlaceColumns(flex_, cols, before);
 }
 
 }  // namespace synthara::sheet

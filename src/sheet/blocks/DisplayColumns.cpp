@@ -28,7 +28,7 @@ void ShowIndices(Sheet& sheet) {
     const int mode = sheet.View.IndexDisplay;
     const Tests tests = kTests[mode >= 0 && mode <= 2 ? mode : ShowSelectedIndices];
 
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!IsDisplay(sheet, c)) continue;
         bool shown = false;
         if (sheet.MetaIs(c, MetaRow::DisplayClass, tests.first) ||
@@ -40,7 +40,7 @@ void ShowIndices(Sheet& sheet) {
             else if (sheet.MetaIs(c, MetaRow::Attribute, AttrNames[AttrVariance]))
                 shown = sheet.View.ShowVariance;
         }
-        sheet.flex.Col(c).hidden = !shown;
+        sheet.SetColHidden(c, !shown);
         sheet.SetMeta(c, MetaRow::Hidden, shown ? "Show" : "Hide");
     }
     sheet.FindCols();
@@ -48,10 +48,10 @@ void ShowIndices(Sheet& sheet) {
 }
 
 bool SetPrimaryIndex(Sheet& sheet, int col) {
-    if (col < 0 || col >= sheet.flex.Cols() || !IsDisplay(sheet, col)) return false;
+    if (col < 0 || col >= sheet.Flex().Cols() || !IsDisplay(sheet, col)) return false;
     const std::string index = sheet.Meta(col, MetaRow::IndexName);
     if (index.empty()) return false;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!IsDisplay(sheet, c)) continue;
         if (sheet.MetaIs(c, MetaRow::DisplayClass, "Primary"))
             sheet.SetMeta(c, MetaRow::DisplayClass, "Show");
@@ -64,17 +64,17 @@ bool SetPrimaryIndex(Sheet& sheet, int col) {
 }
 
 void ColorDisplayCols(Sheet& sheet) {
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!IsDisplay(sheet, c)) continue;
-        for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
-            sheet.flex.SetCellBackColor(r, c, kDisplayBackColor);
+        for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
+            sheet.SetCellBackColor(r, c, kDisplayBackColor);
     }
 }
 
 void BlankDisplayCols(Sheet& sheet, int row) {
-    if (row < FixedRowCount || row >= sheet.flex.Rows()) return;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
-        if (IsDisplay(sheet, c)) sheet.flex.ClearCell(row, c);
+    if (row < FixedRowCount || row >= sheet.Flex().Rows()) return;
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
+        if (IsDisplay(sheet, c)) sheet.ClearCell(row, c);
     }
 }
 
@@ -84,21 +84,21 @@ void RepositionDisplayCols(Sheet& sheet, int index) {
     std::vector<int> cols;
     for (int a = AttrPoint; a <= AttrFormula; ++a) {
         const int c =
-            sheet.DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(a)];
+            sheet.DisplayColTable()[static_cast<std::size_t>(index)][static_cast<std::size_t>(a)];
         if (c > 0) cols.push_back(c);
     }
     if (cols.empty()) return;
-    PlaceColumns(sheet.flex, cols, EndOfEntryCols(sheet));
+    sheet.PlaceColumns(cols, EndOfEntryCols(sheet));
     sheet.FindCols();
 }
 
 void GatherDisplayCols(Sheet& sheet) {
     std::vector<int> cols;
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (IsDisplay(sheet, c)) cols.push_back(c);
     }
     if (cols.empty()) return;
-    PlaceColumns(sheet.flex, cols, EndOfEntryCols(sheet));
+    sheet.PlaceColumns(cols, EndOfEntryCols(sheet));
     sheet.FindCols();
 }
 

@@ -47,7 +47,7 @@ void SayPopulationExists(Sheet& sheet, int existing, int populationIndex) {
 }
 
 bool SayIfNameInUse(Sheet& sheet, std::string_view name, int except) {
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (c == except || sheet.ColumnLabel(c) != name) continue;
         sheet.Prompts().Message(
             {" Name in use", {"The variable name already exists     "}, ports::Icon::Information});
@@ -59,7 +59,7 @@ bool SayIfNameInUse(Sheet& sheet, std::string_view name, int except) {
 int IdentifyPop(Sheet& sheet, int col, int populationIndex) {
     if (populationIndex < 1 || populationIndex > static_cast<int>(PopulationNames.size()))
         return -1;
-    if (col < sheet.flex.FixedCols() || col >= sheet.flex.Cols()) return -1;
+    if (col < sheet.Flex().FixedCols() || col >= sheet.Flex().Cols()) return -1;
     const int existing = sheet.GetCol(0, populationIndex);
     if (existing == col) return col;
     if (existing >= 0) {
@@ -81,7 +81,7 @@ int IdentifyPop(Sheet& sheet, int col, int populationIndex) {
     sheet.SetMeta(col, MetaRow::Hidden, "Show");
     sheet.SetMeta(col, MetaRow::Renamed, "Manual");
     sheet.SetMeta(col, MetaRow::BlockSeq, std::to_string(populationIndex));
-    sheet.flex.Col(col).hidden = false;
+    sheet.SetColHidden(col, false);
     sheet.FindCols();
     sheet.AddLetters();
     AddCellBorders(sheet);
@@ -89,18 +89,18 @@ int IdentifyPop(Sheet& sheet, int col, int populationIndex) {
 }
 
 bool IdentifyCols(Sheet& sheet, int col) {
-    if (col < sheet.flex.FixedCols() || col >= sheet.flex.Cols()) return false;
+    if (col < sheet.Flex().FixedCols() || col >= sheet.Flex().Cols()) return false;
     if (SayIfTaken(sheet, col)) return false;
     sheet.SetMeta(col, MetaRow::Function, "Moderator");
     sheet.SetMeta(col, MetaRow::Hidden, "Show");
-    sheet.flex.Col(col).hidden = false;
+    sheet.SetColHidden(col, false);
     return true;
 }
 
 int InsertCols(Sheet& sheet, int current, const ColumnPropertiesDialog& properties) {
-    Grid& flex = sheet.flex;
+    const Grid& flex = sheet.Flex();
     const int col = flex.Cols();
-    flex.InsertColumn(col);
+    sheet.InsertColumn(col);
     const int defaults[] = {MetaRow::ValueList, MetaRow::NumDecs, MetaRow::Missing,
                             MetaRow::ColWidth,  MetaRow::Align,   MetaRow::Numvals};
     const char* values[] = {"", "Auto", "", "Auto", "Auto", "0"};
@@ -112,11 +112,11 @@ int InsertCols(Sheet& sheet, int current, const ColumnPropertiesDialog& properti
     sheet.SetMeta(col, MetaRow::Attribute, "Empty");
     sheet.SetMeta(col, MetaRow::Hidden, "Show");
     sheet.SetMeta(col, MetaRow::Renamed, "Manual");
-    flex.Col(col).numberFormat = flex.Col(std::max(current, 0)).numberFormat;
+    sheet.SetColNumberFormat(col, flex.Col(std::max(current, 0)).numberFormat);
 
     const std::string title = properties ? properties(sheet, col) : std::string();
     if (title.empty()) {
-        flex.RemoveColumn(col);
+        sheet.RemoveColumn(col);
         return -1;
     }
     sheet.SetMeta(col, MetaRow::ColumnHeader, title);
@@ -140,7 +140,7 @@ int InsertCols(Sheet& sheet, int current, const ColumnPropertiesDialog& properti
             }
         }
     }
-    flex.MoveColumn(col, std::min(at, col));
+    sheet.MoveColumn(col, std::min(at, col));
     sheet.FindCols();
     sheet.AddLetters();
     AddCellBorders(sheet);

@@ -18,12 +18,14 @@ std::filesystem::path BackupPath(const std::filesystem::path& folder, std::strin
 
 FileResult WriteBackup(Sheet& sheet, const std::filesystem::path& folder, std::string_view name) {
     PreSave(sheet);
-    return WriteGridFile(sheet.flex, BackupPath(folder, name));
+    return WriteGridFile(sheet.Flex(), BackupPath(folder, name));
 }
 
 FileResult LoadBackup(Sheet& sheet, const std::filesystem::path& folder, std::string_view name) {
-    FileResult result = ReadGridFile(BackupPath(folder, name), sheet.flex);
+    Grid loaded;
+    FileResult result = ReadGridFile(BackupPath(folder, name), loaded);
     if (!result.ok) return result;
+    sheet.ReplaceGrid(std::move(loaded));
     RestoreFormat(sheet);
     sheet.FindCols();
     return result;

@@ -34,8 +34,11 @@ void Ready(Sheet& sheet) {
 }  // namespace
 
 FileResult LoadProjectFile(Sheet& sheet, const std::filesystem::path& path) {
-    FileResult result = ReadGridFile(path, sheet.flex);
-    if (result.ok) Ready(sheet);
+    Grid loaded;
+    FileResult result = ReadGridFile(path, loaded);
+    if (!result.ok) return result;
+    sheet.ReplaceGrid(std::move(loaded));
+    Ready(sheet);
     return result;
 }
 
@@ -44,14 +47,14 @@ FileResult LoadProjectArchive(Sheet& sheet, std::span<const std::uint8_t> archiv
     Grid loaded;
     FileResult result = UnpackGrid(archive, loaded, limits);
     if (!result.ok) return result;
-    sheet.flex = std::move(loaded);
+    sheet.ReplaceGrid(std::move(loaded));
     Ready(sheet);
     return result;
 }
 
 FileResult SaveProjectFile(Sheet& sheet, const std::filesystem::path& path) {
     PreSave(sheet);
-    return WriteGridFile(sheet.flex, path);
+    return WriteGridFile(sheet.Flex(), path);
 }
 
 std::string ShowCaption(const OpenProject& project) {

@@ -17,7 +17,7 @@ constexpr int kHeaderHeight = 500;
 
 bool ReadWhole(const Sheet& sheet, int row, int col, int& out) {
     double value = 0;
-    if (!sheet.flex.At(row, col).TryNumber(value) || !std::isfinite(value)) return false;
+    if (!sheet.Flex().At(row, col).TryNumber(value) || !std::isfinite(value)) return false;
     if (value < 0 || value > (1 << 24)) return false;
     out = static_cast<int>(value);
     return true;
@@ -31,7 +31,7 @@ StoredNumbers ReadStoredNumbers(const Sheet& sheet) {
     if (col < 0) return numbers;
     const auto read = [&](int row, double& out) {
         double value = 0;
-        if (sheet.flex.At(row, col).TryNumber(value) && std::isfinite(value)) out = value;
+        if (sheet.Flex().At(row, col).TryNumber(value) && std::isfinite(value)) out = value;
     };
     read(SettingsRow::ImputedR, numbers.ImputedR);
     read(SettingsRow::FudgeFactor, numbers.FudgeFactor);
@@ -44,30 +44,30 @@ StoredNumbers ReadStoredNumbers(const Sheet& sheet) {
 }
 
 void PreSave(Sheet& sheet) {
-    Grid& grid = sheet.flex;
+    const Grid& grid = sheet.Flex();
     for (int c = 0; c < grid.Cols(); ++c)
-        grid.SetText(MetaRow::SavedWidth, c, std::to_string(grid.Col(c).width));
+        sheet.SetText(MetaRow::SavedWidth, c, std::to_string(grid.Col(c).width));
 }
 
 void RestoreFormat(Sheet& sheet) {
-    Grid& grid = sheet.flex;
+    const Grid& grid = sheet.Flex();
     // A sheet needs its 150 metadata rows and at least one row of data,
     // whatever the file held.
-    if (grid.Rows() <= FixedRowCount) grid.SetRows(FixedRowCount + 1);
-    grid.SetFixedRows(FixedRowCount);
-    grid.SetFixedCols(std::min(grid.FixedCols(), grid.Cols()));
+    if (grid.Rows() <= FixedRowCount) sheet.SetRows(FixedRowCount + 1);
+    sheet.SetFixedRows(FixedRowCount);
+    sheet.SetFixedCols(std::min(grid.FixedCols(), grid.Cols()));
     for (int r = 1; r < FixedRowCount; ++r)
-        grid.SetRowHidden(r, true);
+        sheet.SetRowHidden(r, true);
 
     for (int c = 0; c < grid.Cols(); ++c)
-        grid.Col(c).width = c == 0 ? kRowNumberWidth : kDefaultWidth;
-    grid.SetDefaultRowHeight(kRowHeight);
+        sheet.SetColWidth(c, c == 0 ? kRowNumberWidth : kDefaultWidth);
+    sheet.SetDefaultRowHeight(kRowHeight);
     for (int r = 0; r < grid.Rows(); ++r)
-        grid.SetRowHeight(r, kRowHeight);
-    grid.SetRowHeight(0, kHeaderHeight);
+        sheet.SetRowHeight(r, kRowHeight);
+    sheet.SetRowHeight(0, kHeaderHeight);
     for (int c = grid.FixedCols(); c < grid.Cols(); ++c) {
         int width = 0;
-        if (ReadWhole(sheet, MetaRow::SavedWidth, c, width)) grid.Col(c).width = width;
+        if (ReadWhole(sheet, MetaRow::SavedWidth, c, width)) sheet.SetColWidth(c, width);
     }
 
     sheet.GrayBlocks(FixedRowCount, sheet.GetLastRow());

@@ -82,6 +82,13 @@ class Grid {
     // Text comparison without building a string for typed text.
     bool TextIs(int row, int col, std::string_view text) const;
 
+    // A column's looks; none of them changes what the column is.
+    void SetColWidth(int col, int width);
+    void SetColHidden(int col, bool hidden);
+    void SetColMerged(int col, bool merged);
+    void SetColAlignment(int col, Alignment alignment);
+    void SetColNumberFormat(int col, std::string format);
+
     // Out of range gives a detached empty column whose changes are dropped.
     Column& Col(int col);
     const Column& Col(int col) const;

@@ -25,17 +25,16 @@ std::string DecimalsFormat(int decimals) {
 }
 
 void SetDecs(Sheet& sheet) {
-    Grid& flex = sheet.flex;
+    const Grid& flex = sheet.Flex();
     for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
-        Column& column = flex.Col(c);
         const std::string decs = sheet.Meta(c, MetaRow::NumDecs);
         if (sheet.MetaIs(c, MetaRow::DataType, "Integer"))
-            column.numberFormat = DecimalsFormat(0);
+            sheet.SetColNumberFormat(c, DecimalsFormat(0));
         else if (decs.size() == 1 && decs[0] >= '0' && decs[0] <= '9')
-            column.numberFormat = DecimalsFormat(decs[0] - '0');
+            sheet.SetColNumberFormat(c, DecimalsFormat(decs[0] - '0'));
         else
-            column.numberFormat = DecimalsFormat(sheet.Decimals);
-        column.alignment = AlignmentOf(sheet, c);
+            sheet.SetColNumberFormat(c, DecimalsFormat(sheet.Decimals));
+        sheet.SetColAlignment(c, AlignmentOf(sheet, c));
     }
 }
 

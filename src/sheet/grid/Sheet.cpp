@@ -221,13 +221,41 @@ std::string RemoveCR(std::string_view text) {
     return out;
 }
 
-Sheet::Sheet(ports::Prompter& prompter) : prompter_(&prompter) {
-    IndexNames = IndexNameTable();
+Sheet::Sheet(ports::Prompter& prompter) : prompter_(&prompter) {}
+
+const std::array<std::string, IndexCount + 1>& Sheet::IndexNames() const {
+    RefreshLookups();
+    return indexNames_;
+}
+
+const Sheet::DisplayTable& Sheet::DisplayColTable() const {
+    RefreshLookups();
+    return displayColTable_;
+}
+
+void Sheet::RefreshLookups() const {
+    if (lookupsBuiltAt_ == flex_.StructureRevision()) return;
+    for (auto& row : displayColTable_)
+        row.fill(0);
+    indexNames_ = IndexNameTable();
+    // One walk: the index number comes from a hashed lookup of the name.
+    for (int c = 0; c < flex_.Cols(); ++c) {
+        if (!MetaIs(c, MetaRow::Function, "Display")) continue;
+        const int index = IndexNumber(flex_.At(MetaRow::IndexName, c).TextView());
+        if (index == 0) continue;
+        for (int a = AttrPoint; a <= AttrFormula; ++a) {
+            if (MetaIs(c, MetaRow::Attribute, AttrNames[a])) {
+                displayColTable_[static_cast<std::size_t>(index)][static_cast<std::size_t>(a)] = c;
+                break;
+            }
+        }
+    }
+    lookupsBuiltAt_ = flex_.StructureRevision();
 }
 
 void Sheet::WriteDefaultRecord(int col) {
     for (const DefaultField& f : kDefaultRecord)
-        flex.SetText(f.row, col, f.value);
+        flex_.SetText(f.row, col, f.value);
 }
 
 std::string Sheet::NumberFormat() const {
@@ -238,50 +266,50 @@ std::string Sheet::NumberFormat() const {
 }
 
 void Sheet::InitializeGrid() {
-    flex.Clear();
+    flex_.Clear();
     // The display modes and switches are the program's; the tabs belong to the old sheet.
     View.Tabs.clear();
     View.TabsVisible = false;
     View.CurrentTab = 0;
     View.PrimaryIndex.clear();
     View.Borders.clear();
-    flex.SetDefaultRowHeight(250);
-    flex.SetCols(NewSheetColumns);
-    flex.SetFixedCols(NewSheetFixedColumns);
-    for (int c = 0; c < flex.Cols(); ++c)
-        flex.Col(c).hidden = true;
-    flex.SetRows(NewSheetRows);
-    flex.SetFixedRows(FixedRowCount);
+    flex_.SetDefaultRowHeight(250);
+    flex_.SetCols(NewSheetColumns);
+    flex_.SetFixedCols(NewSheetFixedColumns);
+    for (int c = 0; c < flex_.Cols(); ++c)
+        flex_.SetColHidden(c, true);
+    flex_.SetRows(NewSheetRows);
+    flex_.SetFixedRows(FixedRowCount);
     for (int r = 1; r < FixedRowCount; ++r)
-        flex.SetRowHidden(r, true);
-    flex.Col(0).hidden = false;
-    for (int c = NewSheetFixedColumns; c < flex.Cols(); ++c)
-        flex.Col(c).hidden = false;
-    for (int c = 0; c < flex.Cols(); ++c)
+        flex_.SetRowHidden(r, true);
+    flex_.SetColHidden(0, false);
+    for (int c = NewSheetFixedColumns; c < flex_.Cols(); ++c)
+        flex_.SetColHidden(c, false);
+    for (int c = 0; c < flex_.Cols(); ++c)
         WriteDefaultRecord(c);
     for (const DefaultField& f : kFieldLabels)
-        flex.SetText(f.row, 0, f.value);
+        flex_.SetText(f.row, 0, f.value);
     CreateFormatCol();
     AddLetters();
     AddRowNumbers();
-    for (int c = 0; c < flex.Cols(); ++c)
-        flex.Col(c).width = 940;
-    flex.Col(0).width = 400;
-    for (int r = 0; r < flex.Rows(); ++r)
-        flex.SetRowHeight(r, 250);
-    flex.SetRowHeight(0, 500);
+    for (int c = 0; c < flex_.Cols(); ++c)
+        flex_.SetColWidth(c, 940);
+    flex_.SetColWidth(0, 400);
+    for (int r = 0; r < flex_.Rows(); ++r)
+        flex_.SetRowHeight(r, 250);
+    flex_.SetRowHeight(0, 500);
     const std::string format = NumberFormat();
-    for (int c = 0; c < flex.Cols(); ++c)
-        flex.Col(c).numberFormat = format;
-    flex.Col(0).numberFormat.clear();
+    for (int c = 0; c < flex_.Cols(); ++c)
+        flex_.SetColNumberFormat(c, format);
+    flex_.Col(0).numberFormat.clear();
 }
 
 void Sheet::CreateFormatCol() {
-    flex.SetText(MetaRow::ColumnHeader, 0, "");
+    flex_.SetText(MetaRow::ColumnHeader, 0, "");
     int col = 1;
     for (const SystemColumn& s : kSystemColumns) {
-        if (col >= flex.Cols()) flex.SetCols(col + 1);
-        flex.SetColKey(col, s.key);
+        if (col >= flex_.Cols()) flex_.SetCols(col + 1);
+        flex_.SetColKey(col, s.key);
         SetMeta(col, MetaRow::ColumnHeader, s.title);
         SetMeta(col, MetaRow::DataType, s.dataType);
         SetMeta(col, MetaRow::Function, s.function);
@@ -293,29 +321,29 @@ void Sheet::CreateFormatCol() {
         SetMeta(col, MetaRow::Numvals, "0");
         SetMeta(col, MetaRow::NumDecs, "Auto");
         // Shown only when blocks call for it; see the block layout.
-        flex.Col(col).hidden = true;
+        flex_.SetColHidden(col, true);
         ++col;
     }
     const int settings = SettingsCol();
     for (const DefaultField& f : kSettingsDefaults)
-        flex.SetText(f.row, settings, f.value);
+        flex_.SetText(f.row, settings, f.value);
 }
 
 std::string Sheet::SettingsWord(int settingsRow) const {
     const int settings = SettingsCol();
-    if (settings < 0 || settingsRow < 0 || settingsRow >= flex.Rows()) return {};
-    return flex.Text(settingsRow, settings);
+    if (settings < 0 || settingsRow < 0 || settingsRow >= flex_.Rows()) return {};
+    return flex_.Text(settingsRow, settings);
 }
 
 std::string Sheet::ColumnLabel(int col) const {
-    if (col < 0 || col >= flex.Cols()) return {};
-    return RemoveCR(flex.Text(MetaRow::ColumnHeader, col));
+    if (col < 0 || col >= flex_.Cols()) return {};
+    return RemoveCR(flex_.Text(MetaRow::ColumnHeader, col));
 }
 
 void Sheet::AddLetters() {
     int counter = 0;
-    for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
-        if (flex.Col(c).hidden) continue;
+    for (int c = flex_.FixedCols(); c < flex_.Cols(); ++c) {
+        if (flex_.Col(c).hidden) continue;
         ++counter;
         if (MetaIs(c, MetaRow::Renamed, "Auto"))
             SetMeta(c, MetaRow::ColumnHeader, AutoLetters(counter));
@@ -325,10 +353,10 @@ void Sheet::AddLetters() {
 void Sheet::AddRowNumbers() {
     const int seq = EntrySeqCol();
     int n = 1;
-    for (int r = FixedRowCount; r < flex.Rows(); ++r, ++n) {
+    for (int r = FixedRowCount; r < flex_.Rows(); ++r, ++n) {
         std::string number = std::to_string(n);
-        if (seq >= 0) flex.SetText(r, seq, number);
-        flex.SetText(r, 0, std::move(number));
+        if (seq >= 0) flex_.SetText(r, seq, number);
+        flex_.SetText(r, 0, std::move(number));
     }
 }
 
@@ -336,7 +364,7 @@ int Sheet::GetCol(int firstCol, int populationIndex) const {
     if (populationIndex < 1 || populationIndex > static_cast<int>(PopulationNames.size()))
         return -1;
     const std::string_view name = PopulationNames[static_cast<std::size_t>(populationIndex - 1)];
-    for (int c = std::max(firstCol, 0); c < flex.Cols(); ++c) {
+    for (int c = std::max(firstCol, 0); c < flex_.Cols(); ++c) {
         if (MetaIs(c, MetaRow::Function, "Populations") && MetaIs(c, MetaRow::Attribute, name))
             return c;
     }
@@ -350,7 +378,7 @@ void Sheet::GatherIdentifyingCols(int anchor) {
         const int c = GetCol(0, p);
         if (c >= 0) members.push_back(c);
     }
-    const int n = flex.Cols();
+    const int n = flex_.Cols();
     const int k = static_cast<int>(members.size());
     anchor = std::clamp(anchor, 0, n - k);
     bool inPlace = true;
@@ -362,66 +390,51 @@ void Sheet::GatherIdentifyingCols(int anchor) {
     // from the anchor on: no case work on who stood left of whom.
     for (std::size_t i = 0; i < members.size(); ++i) {
         const int from = members[i];
-        flex.MoveColumn(from, n - 1);
+        flex_.MoveColumn(from, n - 1);
         for (int& other : members) {
             if (other > from) --other;
         }
         members[i] = n - 1;
     }
     for (int i = 0; i < k; ++i)
-        flex.MoveColumn(n - k + i, anchor + i);
+        flex_.MoveColumn(n - k + i, anchor + i);
 }
 
 void Sheet::FindCols() {
-    for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
+    for (int c = flex_.FixedCols(); c < flex_.Cols(); ++c) {
         if (!MetaIs(c, MetaRow::Function, "Populations")) continue;
         for (std::string_view name : PopulationNames) {
             if (MetaIs(c, MetaRow::Attribute, name)) {
-                flex.SetColKey(c, std::string(name));
+                flex_.SetColKey(c, std::string(name));
                 break;
             }
         }
     }
 
-    GatherIdentifyingCols(EntrySeqCol() >= 0 ? flex.FixedCols() - 1 : flex.FixedCols());
+    GatherIdentifyingCols(EntrySeqCol() >= 0 ? flex_.FixedCols() - 1 : flex_.FixedCols());
 
-    for (auto& row : DisplayColTable)
-        row.fill(0);
-    IndexNames = IndexNameTable();
-
-    // One walk: the index number comes from a hashed lookup of the name.
-    for (int c = 0; c < flex.Cols(); ++c) {
-        if (!MetaIs(c, MetaRow::Function, "Display")) continue;
-        const int index = IndexNumber(flex.At(MetaRow::IndexName, c).TextView());
-        if (index == 0) continue;
-        for (int a = AttrPoint; a <= AttrFormula; ++a) {
-            if (MetaIs(c, MetaRow::Attribute, AttrNames[a])) {
-                DisplayColTable[static_cast<std::size_t>(index)][static_cast<std::size_t>(a)] = c;
-                break;
-            }
-        }
-    }
+    RefreshLookups();
 }
 
 void Sheet::FindESCols(std::string_view formatName) {
     DefineFormat(formatName, Defined);
-    EntryColIndex.fill(0);
-    EntryColCount.fill(0);
-    for (int c = 0; c < flex.Cols(); ++c) {
+    entryColIndex_.fill(0);
+    entryColCount_.fill(0);
+    for (int c = 0; c < flex_.Cols(); ++c) {
         if (!MetaIs(c, MetaRow::Function, "Data Entry") ||
             !MetaIs(c, MetaRow::FormatName, formatName))
             continue;
         for (std::size_t r = 0; r < MaxRoles; ++r) {
             const std::string& role = Defined.EntryColNames[r];
             if (!role.empty() && MetaIs(c, MetaRow::Attribute, role)) {
-                EntryColIndex[r] = c;
-                ++EntryColCount[r];
+                entryColIndex_[r] = c;
+                ++entryColCount_[r];
             }
         }
     }
     if (formatName == "Function") return;
     for (std::size_t r = 0; r < MaxRoles; ++r) {
-        if (!Defined.EntryColNames[r].empty() && EntryColCount[r] != 1) {
+        if (!Defined.EntryColNames[r].empty() && entryColCount_[r] != 1) {
             prompter_->Message({"Problem locating columns",
                                 {"Problem locating columns", std::string(formatName)},
                                 ports::Icon::Warning});
@@ -436,22 +449,22 @@ void Sheet::FindFormats(int firstRow, int lastRow) {
     const int mergeCol = MergeTypeCol();
     const int nickCol = NickNameCol();
     if (firstRow <= 0) firstRow = FixedRowCount;
-    if (lastRow <= 0) lastRow = flex.Rows() - 1;
+    if (lastRow <= 0) lastRow = flex_.Rows() - 1;
     firstRow = std::max(firstRow, FixedRowCount);
-    lastRow = std::min(lastRow, flex.Rows() - 1);
+    lastRow = std::min(lastRow, flex_.Rows() - 1);
 
     std::vector<int> entryCols;
-    for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
+    for (int c = flex_.FixedCols(); c < flex_.Cols(); ++c) {
         if (MetaIs(c, MetaRow::Function, "Data Entry")) entryCols.push_back(c);
     }
     for (int r = firstRow; r <= lastRow; ++r) {
-        if (!flex.IsBlank(r, formatCol) || isRowEmpty(r)) continue;
+        if (!flex_.IsBlank(r, formatCol) || isRowEmpty(r)) continue;
         for (int c : entryCols) {
-            if (flex.IsBlank(r, c)) continue;
+            if (flex_.IsBlank(r, c)) continue;
             std::string format = Meta(c, MetaRow::FormatName);
-            if (mergeCol >= 0) flex.SetText(r, mergeCol, std::to_string(MergeType(format)));
-            if (nickCol >= 0) flex.SetText(r, nickCol, Meta(c, MetaRow::BlockName));
-            flex.SetText(r, formatCol, std::move(format));
+            if (mergeCol >= 0) flex_.SetText(r, mergeCol, std::to_string(MergeType(format)));
+            if (nickCol >= 0) flex_.SetText(r, nickCol, Meta(c, MetaRow::BlockName));
+            flex_.SetText(r, formatCol, std::move(format));
             break;
         }
     }
@@ -459,21 +472,21 @@ void Sheet::FindFormats(int firstRow, int lastRow) {
 }
 
 bool Sheet::isRowEmpty(int row) const {
-    for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
-        if (!flex.IsBlank(row, c)) return false;
+    for (int c = flex_.FixedCols(); c < flex_.Cols(); ++c) {
+        if (!flex_.IsBlank(row, c)) return false;
     }
     return true;
 }
 
 bool Sheet::isColEmpty(int col) const {
-    for (int r = FixedRowCount; r < flex.Rows(); ++r) {
-        if (!flex.IsBlank(r, col)) return false;
+    for (int r = FixedRowCount; r < flex_.Rows(); ++r) {
+        if (!flex_.IsBlank(r, col)) return false;
     }
     return true;
 }
 
 int Sheet::GetLastRow() const {
-    for (int r = flex.Rows() - 1; r > FixedRowCount; --r) {
+    for (int r = flex_.Rows() - 1; r > FixedRowCount; --r) {
         if (!isRowEmpty(r)) return r;
     }
     return FixedRowCount;
@@ -482,9 +495,9 @@ int Sheet::GetLastRow() const {
 int Sheet::FindLastRow() const {
     // Column by column from the bottom: a column's cells are stored together.
     int last = FixedRowCount;
-    for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
-        for (int r = flex.Rows() - 1; r > last; --r) {
-            if (!flex.IsBlank(r, c) && !flex.TextIs(r, c, " ")) {
+    for (int c = flex_.FixedCols(); c < flex_.Cols(); ++c) {
+        for (int r = flex_.Rows() - 1; r > last; --r) {
+            if (!flex_.IsBlank(r, c) && !flex_.TextIs(r, c, " ")) {
                 last = r;
                 break;
             }
@@ -506,17 +519,17 @@ void Sheet::SynchData() {
     // Empty rows go to the end. Below the last row with data they already
     // are, so only gaps cost a move.
     bool dataBelow = false;
-    for (int r = flex.Rows() - 1; r >= FixedRowCount; --r) {
+    for (int r = flex_.Rows() - 1; r >= FixedRowCount; --r) {
         if (!isRowEmpty(r)) {
             dataBelow = true;
         } else if (dataBelow) {
-            flex.MoveRow(r, flex.Rows() - 1);
+            flex_.MoveRow(r, flex_.Rows() - 1);
         }
     }
 
     const int last = GetLastRow();
     for (int r = FixedRowCount; r <= last; ++r)
-        flex.ClearCell(r, seq);
+        flex_.ClearCell(r, seq);
 
     // Studies numbered by first appearance; all rows of one study share it.
     // Without a study-name column each row counts as its own study.
@@ -526,13 +539,13 @@ void Sheet::SynchData() {
     for (int r = FixedRowCount; r <= last; ++r) {
         int number = counter;
         if (studyCol >= 0) {
-            auto [it, added] = studyNumber.try_emplace(flex.Text(r, studyCol), counter);
+            auto [it, added] = studyNumber.try_emplace(flex_.Text(r, studyCol), counter);
             number = it->second;
             if (added) ++counter;
         } else {
             ++counter;
         }
-        flex.SetText(r, seq, std::to_string(number));
+        flex_.SetText(r, seq, std::to_string(number));
     }
 
     int anchor = seq;
@@ -545,7 +558,7 @@ void Sheet::SynchData() {
     int to = from;
     for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p)
         to = std::max(to, GetCol(0, p));
-    if (last > FixedRowCount) flex.SortRows(FixedRowCount, last, from, to);
+    if (last > FixedRowCount) flex_.SortRows(FixedRowCount, last, from, to);
     AddRowNumbers();
 }
 

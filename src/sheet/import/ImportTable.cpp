@@ -201,14 +201,14 @@ int RoleSlot(const FormatDef& format, std::string_view role) {
 // Where the first moderator goes: the place of the first empty column, as
 // when the user picks that column and gives it a title; later ones follow it.
 int FirstModeratorPlace(const Sheet& sheet) {
-    for (int c = sheet.flex.FixedCols(); c < sheet.flex.Cols(); ++c)
+    for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c)
         if (sheet.MetaIs(c, MetaRow::Function, "Empty") && sheet.isColEmpty(c)) return c;
-    return sheet.flex.Cols();
+    return sheet.Flex().Cols();
 }
 
 // A moderator column with the record the column dialog leaves.
 void AddModerator(Sheet& sheet, int at, const FileColumn& col, const std::string& dataType) {
-    sheet.flex.InsertColumn(at);
+    sheet.InsertColumn(at);
     sheet.SetMeta(at, MetaRow::ColumnHeader, col.title);
     sheet.SetMeta(at, MetaRow::DataType, dataType);
     sheet.SetMeta(at, MetaRow::Function, "Moderator");
@@ -251,8 +251,8 @@ void AddBlock(Sheet& sheet, const FormatDef& format) {
 void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     sheet.InitializeGrid();
     const int wanted = FixedRowCount + static_cast<int>(table.rows.size()) + 80;
-    if (sheet.flex.Rows() < wanted) {
-        sheet.flex.SetRows(wanted);
+    if (sheet.Flex().Rows() < wanted) {
+        sheet.SetRows(wanted);
         sheet.AddRowNumbers();
     }
     for (const auto& col : plan.columns)
@@ -284,7 +284,7 @@ struct Targets {
 Targets FindTargets(Sheet& sheet, const Plan& plan) {
     Targets t;
     std::vector<int> moderators;
-    for (int c = sheet.flex.FixedCols(); c < sheet.flex.Cols(); ++c)
+    for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c)
         if (sheet.MetaIs(c, MetaRow::Function, "Moderator")) moderators.push_back(c);
     std::size_t nextModerator = 0;
     for (const auto& col : plan.columns) {
@@ -296,7 +296,7 @@ Targets FindTargets(Sheet& sheet, const Plan& plan) {
     }
     for (const FormatDef* format : plan.used) {
         sheet.FindESCols(format->longName);
-        t.entry.push_back(sheet.EntryColIndex);
+        t.entry.push_back(sheet.EntryColIndex());
     }
     return t;
 }
@@ -306,11 +306,11 @@ Targets FindTargets(Sheet& sheet, const Plan& plan) {
 // typed cell may lie in another format's block.
 void SetRowFormat(Sheet& sheet, int row, const FormatDef& format) {
     if (const int c = sheet.FormatCol(); c >= 0)
-        sheet.flex.SetText(row, c, std::string(format.longName));
+        sheet.SetText(row, c, std::string(format.longName));
     if (const int c = sheet.NickNameCol(); c >= 0)
-        sheet.flex.SetText(row, c, std::string(format.shortName));
+        sheet.SetText(row, c, std::string(format.shortName));
     if (const int c = sheet.MergeTypeCol(); c >= 0)
-        sheet.flex.SetText(row, c, std::to_string(MergeType(format.longName)));
+        sheet.SetText(row, c, std::to_string(MergeType(format.longName)));
 }
 
 void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
@@ -332,7 +332,7 @@ void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
                 at = slot < 0 ? -1 : targets.entry[block][static_cast<std::size_t>(slot)];
                 text = CellText(col.title, row[c]);
             }
-            if (at > 0) sheet.flex.SetText(sheetRow, at, std::move(text));
+            if (at > 0) sheet.SetText(sheetRow, at, std::move(text));
         }
         SetRowFormat(sheet, sheetRow, *format);
     }

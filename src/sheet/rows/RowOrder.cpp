@@ -24,9 +24,13 @@ void ReorderRows(Grid& grid, int first, const std::vector<int>& order) {
     grid.RemoveColumn(scratch);
 }
 
+void Sheet::ReorderRows(int first, const std::vector<int>& order) {
+    sheet::ReorderRows(flex_, first, order);
+}
+
 void MoveEmptyRowsToEnd(Sheet& sheet) {
     const int first = FixedRowCount;
-    const int count = sheet.flex.Rows() - first;
+    const int count = sheet.Flex().Rows() - first;
     if (count < 2) return;
     std::vector<int> order;
     std::vector<int> empty;
@@ -34,7 +38,7 @@ void MoveEmptyRowsToEnd(Sheet& sheet) {
     for (int i = 0; i < count; ++i)
         (sheet.isRowEmpty(first + i) ? empty : order).push_back(i);
     order.insert(order.end(), empty.begin(), empty.end());
-    ReorderRows(sheet.flex, first, order);
+    sheet.ReorderRows(first, order);
 }
 
 }  // namespace synthara::sheet

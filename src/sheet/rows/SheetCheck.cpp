@@ -18,7 +18,7 @@ constexpr std::size_t kPopulations = PopulationNames.size();
 std::array<int, kPopulations> PopulationColumns(const Sheet& sheet) {
     std::array<int, kPopulations> cols{};
     for (std::size_t p = 0; p < kPopulations; ++p)
-        cols[p] = sheet.flex.ColIndex(PopulationNames[p]);
+        cols[p] = sheet.Flex().ColIndex(PopulationNames[p]);
     return cols;
 }
 
@@ -28,7 +28,7 @@ bool Fail(Sheet& sheet, ports::Box box) {
 }
 
 bool HasDataEntryColumn(const Sheet& sheet) {
-    for (int c = sheet.flex.FixedCols(); c < sheet.flex.Cols(); ++c) {
+    for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c) {
         if (sheet.MetaIs(c, MetaRow::Function, "Data Entry")) return true;
     }
     return false;
@@ -42,14 +42,14 @@ void FillBlanks(Sheet& sheet, const std::array<int, kPopulations>& pops,
     for (std::size_t p = 1; p < kPopulations; ++p) {
         if (pops[p] >= 0) cols.push_back(pops[p]);
     }
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (sheet.MetaIs(c, MetaRow::Function, "Moderator") &&
             sheet.MetaIs(c, MetaRow::DataType, "Categorical"))
             cols.push_back(c);
     }
     for (int r : rows) {
         for (int c : cols) {
-            if (sheet.flex.IsBlank(r, c)) sheet.flex.SetText(r, c, "Blank");
+            if (sheet.Flex().IsBlank(r, c)) sheet.SetText(r, c, "Blank");
         }
     }
 }
@@ -68,7 +68,7 @@ bool FindDuplicate(const Sheet& sheet, const std::array<int, kPopulations>& pops
     for (std::size_t i = 0; i < rows.size(); ++i) {
         Row& row = keyed[i];
         for (std::size_t p = 0; p < kPopulations; ++p) {
-            const Cell& cell = sheet.flex.At(rows[i], pops[p]);
+            const Cell& cell = sheet.Flex().At(rows[i], pops[p]);
             row.order[p] = MakeSortKey(cell);
             row.text[p] = cell.Text();
             if (p > 0) row.key += ", ";
@@ -107,8 +107,8 @@ ports::Box StudyColumnMissing() {
 void RemoveRedBackColor(Sheet& sheet) {
     for (int c : PopulationColumns(sheet)) {
         if (c < 0) continue;
-        for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
-            sheet.flex.SetCellBackColor(r, c, kNoBackColor);
+        for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
+            sheet.SetCellBackColor(r, c, kNoBackColor);
     }
 }
 
@@ -131,12 +131,12 @@ bool CheckData(Sheet& sheet) {
 
     std::vector<int> rows;
     int missing = 0;
-    for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r) {
+    for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r) {
         if (sheet.isRowEmpty(r)) continue;
         rows.push_back(r);
-        if (sheet.flex.IsBlank(r, studyCol)) {
+        if (sheet.Flex().IsBlank(r, studyCol)) {
             ++missing;
-            sheet.flex.SetCellBackColor(r, studyCol, kRed);
+            sheet.SetCellBackColor(r, studyCol, kRed);
         }
     }
     if (missing == 1) {

@@ -26,7 +26,7 @@ void SortDataRows(Sheet& sheet, int first, int last, Less less) {
     std::vector<int> order(static_cast<std::size_t>(last - first + 1));
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(), less);
-    ReorderRows(sheet.flex, first, order);
+    sheet.ReorderRows(first, order);
 }
 
 // The sort keys of rows first..last in the given columns, row by row.
@@ -56,17 +56,17 @@ std::vector<std::string> SplitValueList(const std::string& list) {
 // The next row with nothing in it, from `from` on; a row is added at the end
 // when the sheet is full.
 int NextFreeRow(Sheet& sheet, int from) {
-    for (int r = std::max(from, FixedRowCount); r < sheet.flex.Rows(); ++r) {
+    for (int r = std::max(from, FixedRowCount); r < sheet.Flex().Rows(); ++r) {
         if (sheet.isRowEmpty(r)) return r;
     }
-    sheet.flex.SetRows(sheet.flex.Rows() + 1);
-    return sheet.flex.Rows() - 1;
+    sheet.SetRows(sheet.Flex().Rows() + 1);
+    return sheet.Flex().Rows() - 1;
 }
 
 bool StudyExists(const Sheet& sheet, int studyCol, const std::string& name) {
     if (studyCol < 0) return false;
-    for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r) {
-        if (sheet.flex.TextIs(r, studyCol, name)) return true;
+    for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r) {
+        if (sheet.Flex().TextIs(r, studyCol, name)) return true;
     }
     return false;
 }
@@ -95,10 +95,10 @@ constexpr GroupWord kGroupWords[] = {
 }  // namespace
 
 void MergeRows(Sheet& sheet, bool mergeOn) {
-    Grid& grid = sheet.flex;
+    const Grid& grid = sheet.Flex();
     if (!mergeOn) {
         for (int c = 0; c < grid.Cols(); ++c)
-            grid.Col(c).merged = false;
+            sheet.SetColMerged(c, false);
         return;
     }
     sheet.FindCols();
@@ -125,14 +125,14 @@ void MergeRows(Sheet& sheet, bool mergeOn) {
     });
     for (int p = 1; p <= PopulationCount(); ++p) {
         const int c = sheet.GetCol(0, p);
-        if (c >= 0) grid.Col(c).merged = true;
+        if (c >= 0) sheet.SetColMerged(c, true);
     }
     MoveEmptyRowsToEnd(sheet);
     sheet.AddRowNumbers();
 }
 
 void ForceSort(Sheet& sheet, OpenProject& project, int column, bool descending) {
-    Grid& grid = sheet.flex;
+    const Grid& grid = sheet.Flex();
     if (column < 0 || column >= grid.Cols()) return;
     const bool numeric = sheet.MetaIs(column, MetaRow::DataType, "Integer") ||
                          sheet.MetaIs(column, MetaRow::DataType, "Decimal");
@@ -159,7 +159,7 @@ void ForceSort(Sheet& sheet, OpenProject& project, int column, bool descending) 
 bool DeleteStudy(Sheet& sheet, OpenProject& project, int selectedRow,
                  const std::filesystem::path& backupFolder) {
     ports::Prompter& prompter = sheet.Prompts();
-    Grid& grid = sheet.flex;
+    const Grid& grid = sheet.Flex();
     if (selectedRow < FixedRowCount || selectedRow >= grid.Rows()) {
         prompter.Message({"  No study selected ", {"Please select a study to delete         "}});
         return false;
@@ -190,9 +190,9 @@ bool DeleteStudy(Sheet& sheet, OpenProject& project, int selectedRow,
         for (int r = FixedRowCount; r < grid.Rows(); ++r) {
             if (!grid.TextIs(r, studyCol, name)) continue;
             for (int c = 0; c < grid.Cols(); ++c) {
-                grid.ClearCell(r, c);
-                grid.SetCellBackColor(r, c, kNoBackColor);
-                grid.SetCellShade(r, c, 0);
+                sheet.ClearCell(r, c);
+                sheet.SetCellBackColor(r, c, kNoBackColor);
+                sheet.SetCellShade(r, c, 0);
             }
         }
         MoveEmptyRowsToEnd(sheet);
@@ -208,13 +208,13 @@ bool DeleteStudy(Sheet& sheet, OpenProject& project, int selectedRow,
 std::string GetNewName(const Sheet& sheet) {
     const int studyCol = sheet.GetCol(0, 1);
     int count = 0;
-    for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r) {
+    for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r) {
         if (!sheet.isRowEmpty(r)) ++count;
     }
     std::unordered_set<std::string> taken;
     if (studyCol >= 0) {
-        for (int r = FixedRowCount; r < sheet.flex.Rows(); ++r)
-            taken.insert(sheet.flex.Text(r, studyCol));
+        for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
+            taken.insert(sheet.Flex().Text(r, studyCol));
     }
     // Counting starts at 1: a first study is "Study001".
     for (int n = std::max(count, 1);; ++n) {
@@ -251,9 +251,9 @@ bool InsertStudy(Sheet& sheet, OpenProject& project, const std::string& name, bo
     int at = FixedRowCount;
     for (const auto& row : rows) {
         at = NextFreeRow(sheet, at);
-        sheet.flex.SetText(at, studyCol, name);
+        sheet.SetText(at, studyCol, name);
         for (const auto& [col, value] : row)
-            sheet.flex.SetText(at, col, value);
+            sheet.SetText(at, col, value);
         ++at;
     }
     MoveEmptyRowsToEnd(sheet);
@@ -289,7 +289,7 @@ AddStudyOutcome AddStudy(Sheet& sheet, OpenProject& project, const std::string& 
 
 std::vector<GroupName> AssessGroupNames(const Sheet& sheet) {
     std::vector<bool> used(std::size(kGroupWords), false);
-    for (int c = 0; c < sheet.flex.Cols(); ++c) {
+    for (int c = 0; c < sheet.Flex().Cols(); ++c) {
         if (!sheet.MetaIs(c, MetaRow::Function, "Data Entry")) continue;
         for (int part = MetaRow::LabelPart1; part <= MetaRow::LabelPart3; ++part) {
             const std::string piece = sheet.Meta(c, part);
@@ -323,10 +323,10 @@ void SetGroupNames(Sheet& sheet, OpenProject& project, const std::vector<GroupNa
     for (const GroupName& name : names) {
         if (name.settingsRow < SettingsRow::GroupA || name.settingsRow > SettingsRow::ConditionB)
             continue;
-        sheet.flex.SetText(name.settingsRow, settings, name.value);
+        sheet.SetText(name.settingsRow, settings, name.value);
         // Person time has a word for each group; one edit box names both.
         if (name.settingsRow == SettingsRow::PersonYears1)
-            sheet.flex.SetText(SettingsRow::PersonYears2, settings, name.value);
+            sheet.SetText(SettingsRow::PersonYears2, settings, name.value);
     }
     sheet.ApplyGroupNames();
     project.SheetDirty = true;
