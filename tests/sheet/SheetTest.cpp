@@ -197,6 +197,30 @@ TEST_F(SheetTest, FindESColsCountsRolesAndReportsProblems) {
               "Problem locating columns|Problem locating columns|Mean, SD and sample size");
 }
 
+// Nobody refreshes the display-column table by hand: any change of the
+// columns, or of what a metadata row says a column is, shows in it.
+TEST_F(SheetTest, DisplayColumnTableFollowsTheColumns) {
+    AddBlock(sheet, "Events and sample size in each group");
+    sheet.CreateDisplayCols("Events and sample size in each group");
+    const int point = sheet.DisplayColTable()[1][AttrPoint];
+    ASSERT_GT(point, 0);
+
+    sheet.InsertColumn(point);
+    EXPECT_EQ(sheet.DisplayColTable()[1][AttrPoint], point + 1);
+    sheet.RemoveColumn(point);
+    EXPECT_EQ(sheet.DisplayColTable()[1][AttrPoint], point);
+
+    sheet.SetMeta(point, MetaRow::IndexName, "Mean");
+    EXPECT_EQ(sheet.DisplayColTable()[1][AttrPoint], 0);
+    EXPECT_EQ(sheet.DisplayColTable()[19][AttrPoint], point);
+
+    // Typing into data rows leaves what the columns are alone.
+    const std::uint64_t structure = sheet.Flex().StructureRevision();
+    sheet.SetText(FixedRowCount, point, "1.5");
+    sheet.SetColWidth(point, 1200);
+    EXPECT_EQ(sheet.Flex().StructureRevision(), structure);
+}
+
 TEST(SheetText, RemoveCRKeepsWordsApart) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"Group-A\r\nEvents", "Group-A Events"},
