@@ -127,36 +127,6 @@ bool Grid::TextIs(int row, int col, std::string_view text) const {
     return cell.TextView() == text;
 }
 
-void Grid::SetColWidth(int col, int width) {
-    if (!ValidCol(col)) return;
-    ++revision_;
-    cols_[static_cast<std::size_t>(col)].width = width;
-}
-
-void Grid::SetColHidden(int col, bool hidden) {
-    if (!ValidCol(col)) return;
-    ++revision_;
-    cols_[static_cast<std::size_t>(col)].hidden = hidden;
-}
-
-void Grid::SetColMerged(int col, bool merged) {
-    if (!ValidCol(col)) return;
-    ++revision_;
-    cols_[static_cast<std::size_t>(col)].merged = merged;
-}
-
-void Grid::SetColAlignment(int col, Alignment alignment) {
-    if (!ValidCol(col)) return;
-    ++revision_;
-    cols_[static_cast<std::size_t>(col)].alignment = alignment;
-}
-
-void Grid::SetColNumberFormat(int col, std::string format) {
-    if (!ValidCol(col)) return;
-    ++revision_;
-    cols_[static_cast<std::size_t>(col)].numberFormat = std::move(format);
-}
-
 Column& Grid::Col(int col) {
     ++revision_;
     ++structureRevision_;

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "sheet/grid/Cell.h"
@@ -83,11 +84,15 @@ class Grid {
     bool TextIs(int row, int col, std::string_view text) const;
 
     // A column's looks; none of them changes what the column is.
-    void SetColWidth(int col, int width);
-    void SetColHidden(int col, bool hidden);
-    void SetColMerged(int col, bool merged);
-    void SetColAlignment(int col, Alignment alignment);
-    void SetColNumberFormat(int col, std::string format);
+    void SetColWidth(int col, int width) { SetColLook(col, &Column::width, width); }
+    void SetColHidden(int col, bool hidden) { SetColLook(col, &Column::hidden, hidden); }
+    void SetColMerged(int col, bool merged) { SetColLook(col, &Column::merged, merged); }
+    void SetColAlignment(int col, Alignment alignment) {
+        SetColLook(col, &Column::alignment, alignment);
+    }
+    void SetColNumberFormat(int col, std::string format) {
+        SetColLook(col, &Column::numberFormat, std::move(format));
+    }
 
     // Out of range gives a detached empty column whose changes are dropped.
     Column& Col(int col);
@@ -124,6 +129,12 @@ class Grid {
     void SortRows(int r1, int r2, int c1, int c2);
 
   private:
+    template <typename T>
+    void SetColLook(int col, T Column::*look, T value) {
+        if (!ValidCol(col)) return;
+        ++revision_;
+        cols_[static_cast<std::size_t>(col)].*look = std::move(value);
+    }
     void MarkDataWritten();
     bool ValidRow(int row) const { return row >= 0 && row < rows_; }
     bool ValidCol(int col) const { return col >= 0 && col < Cols(); }
