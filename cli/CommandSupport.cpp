@@ -54,16 +54,14 @@ int OpenInput(const std::string& input, const std::string& format,
     // A project's rows already carry their formats: --format names none of them.
     if (!format.empty() && shell::IsProjectFile(input))
         err << "--format has no effect on a project file\n";
-    ReportUnbuiltFormats(document.Sheet(), document.DataRows(), err);
+    ReportUnbuiltFormats(document, err);
     return ExitDone;
 }
 
-void ReportUnbuiltFormats(const sheet::Sheet& sheet, int dataRows, std::ostream& err) {
-    const int formatCol = sheet.FormatCol();
-    if (formatCol < 0) return;
+void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err) {
     std::vector<std::string> reported;
-    for (int i = 0; i < dataRows; ++i) {
-        const std::string format = sheet.Flex().Text(sheet::FixedRowCount + i, formatCol);
+    for (int i = 0; i < document.DataRows(); ++i) {
+        const std::string format = document.RowFormat(i);
         if (format.empty() || effectsize::ProcedureBuilt(format) ||
             std::find(reported.begin(), reported.end(), format) != reported.end())
             continue;

@@ -33,7 +33,7 @@ int OpenInput(const std::string& input, const std::string& format,
 
 // Says, for each data format of the rows read whose computation is not built
 // yet, that its rows compute nothing; the command goes on.
-void ReportUnbuiltFormats(const sheet::Sheet& sheet, int dataRows, std::ostream& err);
+void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err);
 
 // One JSON object on one line; text that is not valid UTF-8 is replaced, not refused.
 std::string Dump(const nlohmann::json& value);

@@ -21,12 +21,10 @@ namespace synthara::cli {
 namespace {
 
 using nlohmann::json;
-using sheet::FixedRowCount;
 
-// A result as a JSON number; null where the index has none, or the sheet
-// has no column to show it in.
-json Number(const std::optional<double>& value, int col) {
-    if (col <= 0 || !value || !std::isfinite(*value)) return nullptr;
+// A result as a JSON number; null where the index has none.
+json Number(const std::optional<double>& value) {
+    if (!value || !std::isfinite(*value)) return nullptr;
     return *value;
 }
 
@@ -43,28 +41,18 @@ std::string TrailLines(std::string_view trail) {
     return text;
 }
 
-// The row's valid indices among those the sheet has display columns for.
-json Indices(const sheet::Sheet& sheet, const effectsize::RowResult& result, bool trails) {
+// The indices the row shows, by name.
+json Indices(const effectsize::RowResult& result, bool trails) {
     json indices = json::object();
     const auto& names = sheet::IndexNameTable();
     for (const effectsize::IndexResult& index : result.indices) {
-        const auto at = static_cast<std::size_t>(index.index);
-        const auto& cols = sheet.DisplayColTable()[at];
-        if (!index.valid || names[at].empty() || cols[sheet::AttrPoint] <= 0 ||
-            cols[sheet::AttrValid] <= 0)
-            continue;
-        json entry = {{"point", Number(index.point, cols[sheet::AttrPoint])},
-                      {"se", Number(index.stdErr, cols[sheet::AttrStdErr])},
-                      {"variance", Number(index.variance, cols[sheet::AttrVariance])}};
+        json entry = {{"point", Number(index.point)},
+                      {"se", Number(index.stdErr)},
+                      {"variance", Number(index.variance)}};
         if (trails) entry["trail"] = TrailLines(index.trail);
-        indices[names[at]] = std::move(entry);
+        indices[names[static_cast<std::size_t>(index.index)]] = std::move(entry);
     }
     return indices;
-}
-
-std::string StudyName(const sheet::Sheet& sheet, int row) {
-    const int col = sheet.GetCol(0, 1);
-    return col >= 0 ? sheet.Flex().Text(row, col) : std::string();
 }
 
 // The readable table: each row's primary index (its format's first one) with
@@ -119,18 +107,16 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     return cmd;
 }
 
-json ComputeJson(const sheet::Sheet& sheet, int dataRows, const effectsize::ComputeOptions& options,
-                 ports::Prompter& prompter, bool trails) {
+json ComputeJson(const shell::Document& document, bool trails) {
     json rows = json::array();
-    for (int i = 0; i < dataRows; ++i) {
-        const int row = FixedRowCount + i;
-        const effectsize::RowResult result = effectsize::EvaluateRow(sheet, row, options, prompter);
+    for (int i = 0; i < document.DataRows(); ++i) {
+        const effectsize::RowResult result = document.RowResults(i);
         if (result.format.empty()) continue;  // a blank line of the file
         rows.push_back({{"row", i + 1},
-                        {"study", StudyName(sheet, row)},
+                        {"study", document.StudyName(i)},
                         {"format", result.format},
                         {"errors", effectsize::SplitErrors(result.errors)},
-                        {"indices", Indices(sheet, result, trails)}});
+                        {"indices", Indices(result, trails)}});
     }
     return {{"rows", std::move(rows)}};
 }
@@ -141,8 +127,7 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
         status != ExitDone)
         return status;
-    const json result = ComputeJson(document.Sheet(), document.DataRows(), document.Options(),
-                                    prompter, args.trails);
+    const json result = ComputeJson(document, args.trails);
     if (args.json)
         out << Dump(result) << '\n';
     else

@@ -5,9 +5,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "effectsize/WorkingSet.h"
-#include "ports/Prompter.h"
-#include "sheet/grid/Sheet.h"
+#include "shell/Document.h"
 
 namespace CLI {
 class App;
@@ -32,8 +30,6 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err);
 // {"rows": [{"row", "study", "format", "errors", "indices"}]}. An index is
 // listed when it is valid and the sheet has display columns for it; with
 // `trails`, each carries its "trail", lines separated by "\n".
-nlohmann::json ComputeJson(const sheet::Sheet& sheet, int dataRows,
-                           const effectsize::ComputeOptions& options, ports::Prompter& prompter,
-                           bool trails);
+nlohmann::json ComputeJson(const shell::Document& document, bool trails);
 
 }  // namespace synthara::cli

@@ -86,4 +86,21 @@ RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& 
     return result;
 }
 
+void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result) {
+    const auto& names = sheet::IndexNameTable();
+    const auto& table = sheet.DisplayColTable();
+    std::vector<IndexResult> shown;
+    for (IndexResult& index : result.indices) {
+        const auto at = static_cast<std::size_t>(index.index);
+        const auto& cols = table[at];
+        if (!index.valid || names[at].empty() || cols[sheet::AttrPoint] <= 0 ||
+            cols[sheet::AttrValid] <= 0)
+            continue;
+        if (cols[sheet::AttrStdErr] <= 0) index.stdErr.reset();
+        if (cols[sheet::AttrVariance] <= 0) index.variance.reset();
+        shown.push_back(std::move(index));
+    }
+    result.indices = std::move(shown);
+}
+
 }  // namespace synthara::effectsize

@@ -45,4 +45,8 @@ RowResult ResultOf(const WorkingSet& ws);
 RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
                       ports::Prompter& prompter);
 
+// Keeps what the sheet shows of a row's results: the valid indices that have
+// "Point" and "Valid" columns, each number only where its column exists.
+void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result);
+
 }  // namespace synthara::effectsize

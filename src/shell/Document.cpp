@@ -71,6 +71,23 @@ CellRange Document::DataArea() const {
     return {first, first + dataRows_ - 1, 0, sheet_.Flex().Cols() - 1};
 }
 
+effectsize::RowResult Document::RowResults(int i) const {
+    effectsize::RowResult result =
+        effectsize::EvaluateRow(sheet_, sheet::FixedRowCount + i, options_, prompter_);
+    effectsize::KeepShownIndices(sheet_, result);
+    return result;
+}
+
+std::string Document::StudyName(int i) const {
+    const int col = sheet_.GetCol(0, 1);
+    return col >= 0 ? sheet_.Flex().Text(sheet::FixedRowCount + i, col) : std::string();
+}
+
+std::string Document::RowFormat(int i) const {
+    const int col = sheet_.FormatCol();
+    return col >= 0 ? sheet_.Flex().Text(sheet::FixedRowCount + i, col) : std::string();
+}
+
 bool Document::ComputeRows() {
     if (dataRows_ <= 0) return false;
     const std::uint64_t before = sheet_.Flex().Revision();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
+#include "effectsize/RowResult.h"
 #include "effectsize/WorkingSet.h"
 #include "ports/Prompter.h"
 #include "sheet/files/Project.h"
@@ -58,6 +59,13 @@ class Document {
     // The data rows from the first to the last one that holds anything; the
     // blank lines of a text file are counted where they stood.
     int DataRows() const { return dataRows_; }
+
+    // Data row `i` (0 for the first) as the sheet shows it: its format, its
+    // errors and the indices it has display columns for, each with its trail.
+    effectsize::RowResult RowResults(int i) const;
+    // The study name and the format of data row `i`; "" where it has none.
+    std::string StudyName(int i) const;
+    std::string RowFormat(int i) const;
 
     // Computes every data row with the project's options.
     void ComputeAll();
