@@ -109,15 +109,14 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
 
 json ComputeJson(const shell::Document& document, bool trails) {
     json rows = json::array();
-    for (int i = 0; i < document.DataRows(); ++i) {
-        const effectsize::RowResult result = document.RowResults(i);
-        if (result.format.empty()) continue;  // a blank line of the file
+    document.ForEachRowResult([&](int i, const effectsize::RowResult& result) {
+        if (result.format.empty()) return;  // a blank line of the file
         rows.push_back({{"row", i + 1},
                         {"study", document.StudyName(i)},
                         {"format", result.format},
                         {"errors", effectsize::SplitErrors(result.errors)},
                         {"indices", Indices(result, trails)}});
-    }
+    });
     return {{"rows", std::move(rows)}};
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "effectsize/ComputeFromEvents.h"
+#include "effectsize/RolePlan.h"
 #include "effectsize/Trail.h"
 #include "sheet/catalogue/FormatCatalogue.h"
 #include "sheet/grid/Cell.h"
@@ -79,29 +80,6 @@ std::vector<IndexColumns> CollectDisplayColumns(const sheet::Sheet& sheet) {
         if (any) found.push_back(entry);
     }
     return found;
-}
-
-// Where a format's roles stand. Consecutive rows mostly share a format, so
-// the lookup is done once per run of rows and not once per row.
-struct RolePlan {
-    bool loaded = false;
-    std::string format;
-    const sheet::FormatDef* definition = nullptr;
-    std::array<int, MaxRoles> col{};  // -1: the role has no column
-    std::array<std::string, MaxRoles> labels;
-};
-
-void LoadPlan(sheet::Sheet& sheet, std::string_view format, RolePlan& plan) {
-    sheet.FindESCols(format);
-    plan.loaded = true;
-    plan.format.assign(format);
-    plan.definition = sheet::FindComputedFormat(format);
-    for (int role = 0; role < MaxRoles; ++role) {
-        const int col = sheet.EntryColCount()[At(role)] > 0 ? sheet.EntryColIndex()[At(role)] : 0;
-        plan.col[At(role)] = col > 0 && col < sheet.Flex().Cols() ? col : -1;
-        plan.labels[At(role)] =
-            plan.col[At(role)] > 0 ? sheet.ColumnLabel(plan.col[At(role)]) : std::string();
-    }
 }
 
 void ClearIfSet(sheet::Sheet& sheet, int row, int col) {
@@ -220,7 +198,11 @@ void ComputeRow(sheet::Sheet& sheet, int row, int formatCol, RolePlan& plan, Pen
     const std::string_view format =
         formatCol >= 0 ? flex.At(row, formatCol).TextView() : std::string_view();
     if (format.empty()) return;
-    if (!plan.loaded || format != plan.format) LoadPlan(sheet, format, plan);
+    if (!plan.Fits(sheet, format)) {
+        // The sheet's own lookup says when a role's columns are not as they should be.
+        sheet.FindESCols(format);
+        plan = MakePlan(sheet, format, {sheet.EntryColIndex(), sheet.EntryColCount()});
+    }
     p.roleCol = plan.col;
     if (!ReadEntries(flex, sheet.Separators, row, p.roleCol, p.ws)) return;
     p.hasEntry = true;

@@ -17,22 +17,6 @@ std::optional<double> Number(const WorkingSet& ws, int attr, int index) {
     return value;
 }
 
-// The column of each role of the format, found as the sheet's own lookup
-// finds them (the last column that matches), without touching the sheet.
-std::array<int, MaxRoles> RoleColumns(const sheet::Sheet& sheet, const sheet::FormatDef& format) {
-    std::array<int, MaxRoles> cols;
-    cols.fill(-1);
-    const int count = sheet.Flex().Cols();
-    for (int c = 1; c < count; ++c) {
-        if (!sheet.MetaIs(c, sheet::MetaRow::Function, "Data Entry") ||
-            !sheet.MetaIs(c, sheet::MetaRow::FormatName, format.longName))
-            continue;
-        for (std::size_t r = 0; r < format.roles.size() && r < cols.size(); ++r)
-            if (sheet.MetaIs(c, sheet::MetaRow::Attribute, format.roles[r].name)) cols[r] = c;
-    }
-    return cols;
-}
-
 }  // namespace
 
 const IndexResult* RowResult::Find(int index) const {
@@ -62,28 +46,32 @@ RowResult ResultOf(const WorkingSet& ws) {
     return result;
 }
 
-RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
-                      ports::Prompter& prompter) {
-    const int formatCol = sheet.FormatCol();
-    const std::string format = formatCol >= 0 ? sheet.Flex().Text(row, formatCol) : std::string();
-    const sheet::FormatDef* definition = sheet::FindComputedFormat(format);
+RowEvaluator::RowEvaluator(const sheet::Sheet& sheet, const ComputeOptions& options,
+                           ports::Prompter& prompter)
+    : sheet_(sheet), options_(options), prompter_(prompter) {}
+
+RowResult RowEvaluator::Evaluate(int row) {
+    const int formatCol = sheet_.FormatCol();
+    const std::string format = formatCol >= 0 ? sheet_.Flex().Text(row, formatCol) : std::string();
+    if (!plan_.Fits(sheet_, format)) plan_ = PlanFor(sheet_, format);
     WorkingSet ws;
     ws.Reset();
-    std::array<int, MaxRoles> roleCol;
-    roleCol.fill(-1);
-    if (definition != nullptr) roleCol = RoleColumns(sheet, *definition);
     RowResult result;
-    if (!format.empty() && ReadEntries(sheet.Flex(), sheet.Separators, row, roleCol, ws)) {
-        for (std::size_t role = 0; role < At(MaxRoles); ++role)
-            if (roleCol[role] > 0) ws.EntryLabels[role] = sheet.ColumnLabel(roleCol[role]);
-        ComputeOptions rowOptions = options;
-        ComputeContext context{rowOptions, prompter};
-        RunProcedure(definition, ws, context);
+    if (!format.empty() && ReadEntries(sheet_.Flex(), sheet_.Separators, row, plan_.col, ws)) {
+        ws.EntryLabels = plan_.labels;
+        ComputeOptions rowOptions = options_;
+        ComputeContext context{rowOptions, prompter_};
+        RunProcedure(plan_.definition, ws, context);
         result = ResultOf(ws);
     }
     result.format = format;
-    result.definition = definition;
+    result.definition = plan_.definition;
     return result;
+}
+
+RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
+                      ports::Prompter& prompter) {
+    return RowEvaluator(sheet, options, prompter).Evaluate(row);
 }
 
 void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result) {

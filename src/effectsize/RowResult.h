@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "effectsize/RolePlan.h"
 #include "effectsize/WorkingSet.h"
 #include "ports/Prompter.h"
 #include "sheet/grid/Sheet.h"
@@ -40,8 +41,23 @@ struct RowResult {
 // missing is never marked.
 RowResult ResultOf(const WorkingSet& ws);
 
-// Reads one data row of the sheet by role and computes it, changing nothing
-// in the sheet: Compute writes the same results into the row's cells.
+// Reads data rows of the sheet by role and computes them, changing nothing in
+// the sheet: Compute writes the same results into the rows' cells. Where the
+// roles stand is looked up once for a run of rows of one format.
+class RowEvaluator {
+  public:
+    RowEvaluator(const sheet::Sheet& sheet, const ComputeOptions& options,
+                 ports::Prompter& prompter);
+    RowResult Evaluate(int row);
+
+  private:
+    const sheet::Sheet& sheet_;
+    const ComputeOptions& options_;
+    ports::Prompter& prompter_;
+    RolePlan plan_;
+};
+
+// One row, as RowEvaluator computes it.
 RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
                       ports::Prompter& prompter);
 

@@ -57,13 +57,13 @@ void Document::NotifyCells(std::vector<CellRange> ranges) {
 void Document::SetDirty(bool dirty) {
     if (project_.SheetDirty == dirty) return;
     project_.SheetDirty = dirty;
-    const std::vector<DocumentListener*> listeners = listeners_;
-    for (DocumentListener* listener : listeners)
-        listener->DirtyChanged(dirty);
+    NotifyDirty();
 }
 
-void Document::DirtyIfChangedSince(std::uint64_t revision) {
-    if (sheet_.Flex().Revision() != revision) SetDirty(true);
+void Document::NotifyDirty() {
+    const std::vector<DocumentListener*> listeners = listeners_;
+    for (DocumentListener* listener : listeners)
+        listener->DirtyChanged(project_.SheetDirty);
 }
 
 CellRange Document::DataArea() const {
@@ -71,11 +71,14 @@ CellRange Document::DataArea() const {
     return {first, first + dataRows_ - 1, 0, sheet_.Flex().Cols() - 1};
 }
 
-effectsize::RowResult Document::RowResults(int i) const {
-    effectsize::RowResult result =
-        effectsize::EvaluateRow(sheet_, sheet::FixedRowCount + i, options_, prompter_);
-    effectsize::KeepShownIndices(sheet_, result);
-    return result;
+void Document::ForEachRowResult(
+    const std::function<void(int i, const effectsize::RowResult&)>& visit) const {
+    effectsize::RowEvaluator evaluator(sheet_, options_, prompter_);
+    for (int i = 0; i < dataRows_; ++i) {
+        effectsize::RowResult result = evaluator.Evaluate(sheet::FixedRowCount + i);
+        effectsize::KeepShownIndices(sheet_, result);
+        visit(i, result);
+    }
 }
 
 std::string Document::StudyName(int i) const {
@@ -146,7 +149,6 @@ bool Document::AddBlock(std::string_view format) {
     const sheet::FormatDef* def = sheet::FindFormatByAnyName(format);
     if (def == nullptr) return false;
     sheet::AddFormatBlock(sheet_, *def);
-    sheet_.FindCols();
     SetDirty(true);
     Notify({ChangeKind::Structure, {}});
     return true;
@@ -157,7 +159,7 @@ analysis::ComputeStatus Document::RunAnalyses(analysis::Analysis& analysis) {
     const analysis::ComputeStatus status = analysis::RunAnalyses(sheet_, analysis);
     // The check's "Blank" cells, red marks and sequence numbers stay in the sheet.
     if (sheet_.Flex().Revision() != before) {
-        DirtyIfChangedSince(before);
+        SetDirty(true);
         NotifyCells({DataArea()});
     }
     return status;

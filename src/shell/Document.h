@@ -5,6 +5,7 @@
 // operations, each of which computes what the change calls for and tells the
 // listeners what it touched.
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,9 +61,11 @@ class Document {
     // blank lines of a text file are counted where they stood.
     int DataRows() const { return dataRows_; }
 
-    // Data row `i` (0 for the first) as the sheet shows it: its format, its
-    // errors and the indices it has display columns for, each with its trail.
-    effectsize::RowResult RowResults(int i) const;
+    // Every data row in order as the sheet shows it, `i` counting from 0 for
+    // the first: its format, its errors and the indices it has display
+    // columns for, each with its trail.
+    void ForEachRowResult(
+        const std::function<void(int i, const effectsize::RowResult&)>& visit) const;
     // The study name and the format of data row `i`; "" where it has none.
     std::string StudyName(int i) const;
     std::string RowFormat(int i) const;
@@ -98,8 +101,8 @@ class Document {
     void Notify(const SheetChange& change);
     void NotifyCells(std::vector<CellRange> ranges);
     void SetDirty(bool dirty);
-    // Marks the project changed when the grid was written since `revision`.
-    void DirtyIfChangedSince(std::uint64_t revision);
+    // Tells the listeners whether the project has unsaved changes.
+    void NotifyDirty();
     // The data rows in use, first to last; last < first when there are none.
     CellRange DataArea() const;
 

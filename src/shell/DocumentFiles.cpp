@@ -85,11 +85,8 @@ OpenOutcome Document::Open(const std::filesystem::path& path, const OpenSettings
     options_ = StoredOptions(sheet_);
     dataRows_ = dataRows;
     ComputeRows();
-    sheet_.FindCols();
     Notify({ChangeKind::Reset, {}});
-    const std::vector<DocumentListener*> listeners = listeners_;
-    for (DocumentListener* listener : listeners)
-        listener->DirtyChanged(project_.SheetDirty);
+    NotifyDirty();
     return {OpenStatus::Opened, {}};
 }
 

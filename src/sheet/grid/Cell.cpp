@@ -263,6 +263,10 @@ bool ParseTypedNumber(std::string_view text, const NumberSeparators& separators,
         separators.decimal.empty() ? std::string_view(".") : std::string_view(separators.decimal);
     const std::string_view group = separators.group;
     const bool grouping = !group.empty() && group != decimal;
+    // Most cells hold plain digits with a point, which the fixed parse reads
+    // as they stand, without a copy.
+    if (decimal == "." && (!grouping || s.find(group) == std::string_view::npos))
+        return ParseNumber(s, out);
 
     std::string fixed;
     fixed.reserve(s.size());

@@ -416,22 +416,29 @@ void Sheet::FindCols() {
     RefreshLookups();
 }
 
-void Sheet::FindESCols(std::string_view formatName) {
-    DefineFormat(formatName, Defined);
-    entryColIndex_.fill(0);
-    entryColCount_.fill(0);
+Sheet::RoleColumns Sheet::LocateRoles(std::string_view formatName,
+                                      const std::array<std::string, MaxRoles>& roleNames) const {
+    RoleColumns found;
     for (int c = 0; c < flex_.Cols(); ++c) {
         if (!MetaIs(c, MetaRow::Function, "Data Entry") ||
             !MetaIs(c, MetaRow::FormatName, formatName))
             continue;
         for (std::size_t r = 0; r < MaxRoles; ++r) {
-            const std::string& role = Defined.EntryColNames[r];
+            const std::string& role = roleNames[r];
             if (!role.empty() && MetaIs(c, MetaRow::Attribute, role)) {
-                entryColIndex_[r] = c;
-                ++entryColCount_[r];
+                found.index[r] = c;
+                ++found.count[r];
             }
         }
     }
+    return found;
+}
+
+void Sheet::FindESCols(std::string_view formatName) {
+    DefineFormat(formatName, Defined);
+    const RoleColumns found = LocateRoles(formatName, Defined.EntryColNames);
+    entryColIndex_ = found.index;
+    entryColCount_ = found.count;
     if (formatName == "Function") return;
     for (std::size_t r = 0; r < MaxRoles; ++r) {
         if (!Defined.EntryColNames[r].empty() && entryColCount_[r] != 1) {

@@ -104,6 +104,14 @@ class Sheet {
     void CreateFormatCol();
     void FindCols();
     void FindESCols(std::string_view formatName);
+    // Where the roles named stand, changing nothing: for each role, the last
+    // "Data Entry" column of the format with that role, and how many there are.
+    struct RoleColumns {
+        std::array<int, MaxRoles> index{};
+        std::array<int, MaxRoles> count{};
+    };
+    RoleColumns LocateRoles(std::string_view formatName,
+                            const std::array<std::string, MaxRoles>& roleNames) const;
     // Gives each non-empty row in range its format (0 means the whole sheet).
     void FindFormats(int firstRow = 0, int lastRow = 0);
     // The first column from firstCol with Function "Populations" and that population; -1 if none.
