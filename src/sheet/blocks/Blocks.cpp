@@ -341,7 +341,7 @@ int Sheet::MakePop(int populationIndex) {
     int at = -1;
     for (int p = 1; p <= static_cast<int>(PopulationNames.size()); ++p) {
         const int c = GetCol(0, p);
-        if (c >= 0) merged = merged || flex_.Col(c).merged;
+        if (c >= 0) merged = merged || Flex().Col(c).merged;
         at = std::max(at, c);
     }
     if (at >= 0)

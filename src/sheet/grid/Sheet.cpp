@@ -1,5 +1,7 @@
 #include "sheet/grid/Sheet.h"
 
+#include "sheet/grid/NumberFormats.h"
+
 #include <algorithm>
 #include <string>
 #include <unordered_map>
@@ -259,10 +261,8 @@ void Sheet::WriteDefaultRecord(int col) {
 }
 
 std::string Sheet::NumberFormat() const {
-    if (Decimals == 0) return "0";
-    if (Decimals >= 1 && Decimals <= 8)
-        return "0." + std::string(static_cast<std::size_t>(Decimals), '0');
-    return "0.000";
+    // The program's setting goes up to eight decimals.
+    return DecimalsFormat(Decimals <= 8 ? Decimals : 3);
 }
 
 void Sheet::InitializeGrid() {
@@ -301,7 +301,7 @@ void Sheet::InitializeGrid() {
     const std::string format = NumberFormat();
     for (int c = 0; c < flex_.Cols(); ++c)
         flex_.SetColNumberFormat(c, format);
-    flex_.Col(0).numberFormat.clear();
+    flex_.SetColNumberFormat(0, "");
 }
 
 void Sheet::CreateFormatCol() {
@@ -343,7 +343,7 @@ std::string Sheet::ColumnLabel(int col) const {
 void Sheet::AddLetters() {
     int counter = 0;
     for (int c = flex_.FixedCols(); c < flex_.Cols(); ++c) {
-        if (flex_.Col(c).hidden) continue;
+        if (Flex().Col(c).hidden) continue;
         ++counter;
         if (MetaIs(c, MetaRow::Renamed, "Auto"))
             SetMeta(c, MetaRow::ColumnHeader, AutoLetters(counter));
