@@ -167,8 +167,8 @@ void Analysis::SortRows() {
     keys.SetCols(place + 1);
     keys.SetRows(count);
     for (std::size_t k = 0; k < keyCols.size(); ++k) {
-        const auto& cells = g.Col(keyCols[k]).cells;
-        std::copy(cells.begin() + first, cells.end(), keys.Col(static_cast<int>(k)).cells.begin());
+        for (int i = 0; i < count; ++i)
+            keys.Set(i, static_cast<int>(k), g.At(first + i, keyCols[k]));
     }
     for (int i = 0; i < count; ++i)
         keys.SetNumber(i, place, i);

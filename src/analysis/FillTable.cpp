@@ -38,7 +38,6 @@ void CopyGrid(const sheet::Grid& from, sheet::Grid& to) {
     to.SetFixedCols(from.FixedCols());
     to.SetDefaultRowHeight(from.RowHeight(-1));
     to.SetCols(from.Cols());
-    const auto capacity = static_cast<std::size_t>(from.Rows() + BlockRows);
     for (int c = 0; c < from.Cols(); ++c) {
         const sheet::Column& source = from.Col(c);
         sheet::Column& column = to.Col(c);
@@ -47,8 +46,7 @@ void CopyGrid(const sheet::Grid& from, sheet::Grid& to) {
         column.hidden = source.hidden;
         column.alignment = source.alignment;
         column.numberFormat = source.numberFormat;
-        column.cells.reserve(capacity);
-        column.cells.assign(source.cells.begin(), source.cells.end());
+        column.cells = source.cells;
         column.back = source.back;
         column.shade = source.shade;
         column.dataWritten = source.dataWritten;

@@ -12,57 +12,15 @@ namespace {
 const sheet::Cell kEmpty{};
 
 // Rows reordered into fresh storage, with room for one summary block more.
+// New row i holds old row source[i], or nothing where source[i] is -1.
 template <typename T>
-std::vector<T> Reordered(std::vector<T>& old, const std::vector<int>& source, T blank) {
-    std::vector<T> out;
-    out.reserve(source.size() + BlockRows);
-    for (const int from : source) {
-        if (from >= 0 && static_cast<std::size_t>(from) < old.size())
-            out.push_back(std::move(old[static_cast<std::size_t>(from)]));
-        else
-            out.push_back(blank);
-    }
-    return out;
-}
-
-// The cycles of a permutation, each as the rows it passes through; a
-// permutation moves every column in place along them without new storage.
-std::vector<std::vector<int>> Cycles(const std::vector<int>& source) {
-    std::vector<std::vector<int>> cycles;
-    std::vector<char> done(source.size(), 0);
-    for (std::size_t start = 0; start < source.size(); ++start) {
-        if (done[start] != 0 || source[start] == static_cast<int>(start)) continue;
-        std::vector<int> cycle;
-        for (auto at = static_cast<int>(start); done[static_cast<std::size_t>(at)] == 0;
-             at = source[static_cast<std::size_t>(at)]) {
-            done[static_cast<std::size_t>(at)] = 1;
-            cycle.push_back(at);
-        }
-        cycles.push_back(std::move(cycle));
-    }
-    return cycles;
-}
-
-// new[i] = old[source[i]] along each cycle i -> source[i] -> ...
-template <typename T>
-void Permute(std::vector<T>& values, const std::vector<std::vector<int>>& cycles) {
-    for (const auto& cycle : cycles) {
-        T first = std::move(values[static_cast<std::size_t>(cycle.front())]);
-        for (std::size_t k = 0; k + 1 < cycle.size(); ++k)
-            values[static_cast<std::size_t>(cycle[k])] =
-                std::move(values[static_cast<std::size_t>(cycle[k + 1])]);
-        values[static_cast<std::size_t>(cycle.back())] = std::move(first);
-    }
-}
-
-bool IsPermutation(const std::vector<int>& source, int rows) {
-    if (static_cast<int>(source.size()) != rows) return false;
-    std::vector<char> seen(source.size(), 0);
-    for (const int from : source) {
-        if (from < 0 || from >= rows || seen[static_cast<std::size_t>(from)] != 0) return false;
-        seen[static_cast<std::size_t>(from)] = 1;
-    }
-    return true;
+sheet::PagedColumn<T> Reordered(const sheet::PagedColumn<T>& old, const std::vector<int>& source) {
+    sheet::PagedColumn<T> rows;
+    rows.resize(source.size());
+    if (old.AllEmpty()) return rows;
+    for (std::size_t i = 0; i < source.size(); ++i)
+        if (source[i] >= 0) rows.Set(i, old[static_cast<std::size_t>(source[i])]);
+    return rows;
 }
 
 char Fold(char c) {
@@ -88,8 +46,7 @@ std::string RunModelKey(std::string_view stem, int run, int model) {
 }
 
 const sheet::Cell& ColRef::At(int row) const {
-    if (column_ == nullptr || row < 0 || static_cast<std::size_t>(row) >= column_->cells.size())
-        return kEmpty;
+    if (column_ == nullptr || row < 0) return kEmpty;
     return column_->cells[static_cast<std::size_t>(row)];
 }
 
@@ -179,30 +136,11 @@ void WorkingTable::RebuildRows(const std::vector<int>& source) {
         hidden[static_cast<std::size_t>(i)] = grid.RowHidden(from) ? 1 : 0;
         height[static_cast<std::size_t>(i)] = grid.RowHeight(from);
     }
-    if (IsPermutation(source, grid.Rows())) {
-        // Hidden flags and heights were read above and are set again below.
-        const auto cycles = Cycles(source);
-        // Rows before the first one that moves stay where they are.
-        const auto first = static_cast<std::ptrdiff_t>(cycles.empty() ? 0 : cycles.front().front());
-        for (int c = 0; c < grid.Cols(); ++c) {
-            sheet::Column& column = grid.Col(c);
-            // Most columns of a sheet hold nothing on a given format's rows;
-            // a scan in order is far cheaper than moving their cells about.
-            if (std::any_of(column.cells.begin() + first, column.cells.end(),
-                            [](const sheet::Cell& cell) { return !cell.IsEmpty(); }))
-                Permute(column.cells, cycles);
-            if (!column.back.empty()) Permute(column.back, cycles);
-            if (!column.shade.empty()) Permute(column.shade, cycles);
-        }
-    } else {
-        for (int c = 0; c < grid.Cols(); ++c) {
-            sheet::Column& column = grid.Col(c);
-            column.cells = Reordered(column.cells, source, sheet::Cell());
-            if (!column.back.empty())
-                column.back = Reordered(column.back, source, sheet::kNoBackColor);
-            if (!column.shade.empty())
-                column.shade = Reordered(column.shade, source, std::uint8_t{0});
-        }
+    for (int c = 0; c < grid.Cols(); ++c) {
+        sheet::Column& column = grid.Col(c);
+        column.cells = Reordered(column.cells, source);
+        column.back = Reordered(column.back, source);
+        column.shade = Reordered(column.shade, source);
     }
     grid.SetRows(rows);  // the columns already have their length
     for (int i = 0; i < rows; ++i) {

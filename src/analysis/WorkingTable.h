@@ -27,25 +27,17 @@ class ColRef {
     double Get(int row) const;
     bool Blank(int row) const { return At(row).IsEmpty(); }
     bool TextIs(int row, std::string_view text) const { return At(row).TextView() == text; }
-    void Set(int row, double value) {
-        if (column_ != nullptr) Cell(row) = sheet::Cell::FromNumber(value);
-    }
-    void SetText(int row, std::string_view text) {
-        if (column_ != nullptr) Cell(row) = sheet::Cell::FromText(std::string(text));
-    }
+    void Set(int row, double value) { Assign(row, sheet::Cell::FromNumber(value)); }
+    void SetText(int row, std::string_view text) { Assign(row, sheet::Cell::FromText(text)); }
     // A shared copy of one cell: many rows can hold one text without copies.
-    void Assign(int row, const sheet::Cell& cell) {
-        if (column_ != nullptr) Cell(row) = cell;
+    void Assign(int row, sheet::Cell cell) {
+        if (column_ == nullptr || row < 0) return;
+        column_->dataWritten = true;
+        column_->cells.Set(static_cast<std::size_t>(row), std::move(cell));
     }
-    void Clear(int row) {
-        if (column_ != nullptr) Cell(row) = sheet::Cell();
-    }
+    void Clear(int row) { Assign(row, sheet::Cell()); }
 
   private:
-    sheet::Cell& Cell(int row) {
-        column_->dataWritten = true;
-        return column_->cells[static_cast<std::size_t>(row)];
-    }
     sheet::Column* column_ = nullptr;
 };
 

@@ -21,10 +21,19 @@ TEST(CellTest, KindsAndText) {
     EXPECT_EQ(number.Text(), "0.1");
     EXPECT_EQ(number.TextView(), "");
 
-    // Copies share the text and compare equal; a number never equals its text.
+    // Long text is shared by copies; short text lives in the cell. Either
+    // way copies compare equal, and a number never equals its text.
+    const Cell longText = Cell::FromText("a text longer than a cell holds");
+    const Cell longCopy = longText;
+    EXPECT_EQ(longCopy.TextView().data(), longText.TextView().data());
+    EXPECT_EQ(longCopy.Text(), "a text longer than a cell holds");
     const Cell copy = text;
-    EXPECT_EQ(copy.TextView().data(), text.TextView().data());
     EXPECT_EQ(copy, Cell::FromText("abc"));
+    EXPECT_FALSE(copy == longText);
+    const std::string fits(Cell::kShortText, 'x'), spills(Cell::kShortText + 1, 'x');
+    EXPECT_EQ(Cell::FromText(fits).TextView(), fits);
+    EXPECT_EQ(Cell::FromText(spills).TextView(), spills);
+    EXPECT_EQ(Cell::FromText(fits), Cell::FromText(fits));
     EXPECT_FALSE(number == Cell::FromText("0.1"));
 }
 

@@ -183,24 +183,20 @@ void AppendRowRuns(std::string& out, int rows, Get get) {
 // Runs of consecutive non-empty cells: [[firstRow, cell, cell, ...], ...].
 void AppendCells(std::string& out, const Column& column) {
     out += '[';
-    const int rows = static_cast<int>(column.cells.size());
-    bool firstRun = true;
-    int r = 0;
-    while (r < rows) {
-        if (column.cells[static_cast<std::size_t>(r)].IsEmpty()) {
-            ++r;
-            continue;
+    std::size_t next = 0;  // the row after the last one written
+    bool open = false;
+    column.cells.ForEachSet([&](std::size_t row, const Cell& cell) {
+        if (!open || row != next) {
+            if (open) out += "],";
+            out += '[';
+            AppendInt(out, static_cast<int>(row));
+            open = true;
         }
-        if (!firstRun) out += ',';
-        firstRun = false;
-        out += '[';
-        AppendInt(out, r);
-        for (; r < rows && !column.cells[static_cast<std::size_t>(r)].IsEmpty(); ++r) {
-            out += ',';
-            AppendCell(out, column.cells[static_cast<std::size_t>(r)]);
-        }
-        out += ']';
-    }
+        out += ',';
+        AppendCell(out, cell);
+        next = row + 1;
+    });
+    if (open) out += ']';
     out += ']';
 }
 

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <system_error>
 
@@ -12,28 +13,31 @@ namespace synthara::sheet {
 static_assert(sizeof(Cell) <= 16, "a cell must stay small: sheets hold millions");
 
 struct Cell::SharedText {
-    explicit SharedText(std::string s) : text(std::move(s)) {}
+    explicit SharedText(std::string_view s) : text(s) {}
     std::atomic<std::uint32_t> refs{1};
     const std::string text;
 };
 
-Cell::Cell(const Cell& other) noexcept : kind_(other.kind_) {
-    if (kind_ == Kind::Text) {
-        text_ = other.text_;
-        text_->refs.fetch_add(1, std::memory_order_relaxed);
-    } else {
-        number_ = other.number_;
-    }
+Cell::SharedText* Cell::Shared() const {
+    SharedText* text = nullptr;
+    std::memcpy(&text, bytes_, sizeof text);
+    return text;
 }
 
-Cell::Cell(Cell&& other) noexcept : kind_(other.kind_) {
-    if (kind_ == Kind::Text) {
-        text_ = other.text_;
-        other.kind_ = Kind::Empty;
-        other.number_ = 0;
-    } else {
-        number_ = other.number_;
-    }
+void Cell::CopyFrom(const Cell& other) noexcept {
+    std::memcpy(bytes_, other.bytes_, sizeof bytes_);
+    shortLength_ = other.shortLength_;
+    kind_ = other.kind_;
+}
+
+Cell::Cell(const Cell& other) noexcept {
+    CopyFrom(other);
+    if (kind_ == Kind::Shared) Shared()->refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+Cell::Cell(Cell&& other) noexcept {
+    CopyFrom(other);
+    other.kind_ = Kind::Empty;
 }
 
 Cell& Cell::operator=(const Cell& other) noexcept {
@@ -47,14 +51,8 @@ Cell& Cell::operator=(const Cell& other) noexcept {
 Cell& Cell::operator=(Cell&& other) noexcept {
     if (this != &other) {
         Release();
-        kind_ = other.kind_;
-        if (kind_ == Kind::Text) {
-            text_ = other.text_;
-            other.kind_ = Kind::Empty;
-            other.number_ = 0;
-        } else {
-            number_ = other.number_;
-        }
+        CopyFrom(other);
+        other.kind_ = Kind::Empty;
     }
     return *this;
 }
@@ -64,66 +62,74 @@ Cell::~Cell() {
 }
 
 void Cell::Release() noexcept {
-    if (kind_ != Kind::Text) return;
-    if (text_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete text_;
+    if (kind_ == Kind::Shared) {
+        SharedText* text = Shared();
+        if (text->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete text;
+    }
     kind_ = Kind::Empty;
-    number_ = 0;
 }
 
-Cell Cell::FromText(std::string text) {
+Cell Cell::FromText(std::string_view text) {
     Cell cell;
     // Typing nothing leaves the cell empty, so "blank" has one meaning.
     if (text.empty()) return cell;
-    cell.text_ = new SharedText(std::move(text));
-    cell.kind_ = Kind::Text;
+    if (text.size() <= kShortText) {
+        std::memcpy(cell.bytes_, text.data(), text.size());
+        cell.shortLength_ = static_cast<unsigned char>(text.size());
+        cell.kind_ = Kind::Short;
+        return cell;
+    }
+    SharedText* shared = new SharedText(text);
+    std::memcpy(cell.bytes_, &shared, sizeof shared);
+    cell.kind_ = Kind::Shared;
     return cell;
 }
 
 Cell Cell::FromNumber(double value) {
     Cell cell;
     cell.kind_ = Kind::Number;
-    cell.number_ = value;
+    std::memcpy(cell.bytes_, &value, sizeof value);
     return cell;
 }
 
+double Cell::Number() const {
+    double value = 0;
+    if (kind_ == Kind::Number) std::memcpy(&value, bytes_, sizeof value);
+    return value;
+}
+
 std::string Cell::Text() const {
+    if (kind_ == Kind::Number) return FormatNumber(Number());
+    return std::string(TextView());
+}
+
+std::string_view Cell::TextView() const {
     switch (kind_) {
-        case Kind::Text:
-            return text_->text;
+        case Kind::Shared:
+            return Shared()->text;
+        case Kind::Short:
+            return std::string_view(bytes_, shortLength_);
         case Kind::Number:
-            return FormatNumber(number_);
         case Kind::Empty:
             break;
     }
     return {};
 }
 
-std::string_view Cell::TextView() const {
-    return kind_ == Kind::Text ? std::string_view(text_->text) : std::string_view();
-}
-
 bool Cell::TryNumber(double& out) const {
-    switch (kind_) {
-        case Kind::Number:
-            out = number_;
-            return true;
-        case Kind::Text:
-            return ParseNumber(text_->text, out);
-        case Kind::Empty:
-            break;
+    if (kind_ == Kind::Number) {
+        out = Number();
+        return true;
     }
-    return false;
+    return IsText() && ParseNumber(TextView(), out);
 }
 
 bool operator==(const Cell& a, const Cell& b) {
+    if (a.IsText() && b.IsText()) return a.TextView() == b.TextView();
     if (a.kind_ != b.kind_) return false;
-    switch (a.kind_) {
-        case Cell::Kind::Text:
-            return a.text_ == b.text_ || a.text_->text == b.text_->text;
-        case Cell::Kind::Number:
-            return a.number_ == b.number_ || (std::isnan(a.number_) && std::isnan(b.number_));
-        case Cell::Kind::Empty:
-            break;
+    if (a.kind_ == Cell::Kind::Number) {
+        const double x = a.Number(), y = b.Number();
+        return x == y || (std::isnan(x) && std::isnan(y));
     }
     return true;
 }

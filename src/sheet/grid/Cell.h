@@ -2,27 +2,31 @@
 // One cell of the grid: empty, the text the user typed, or a computed number.
 // Text is shared and immutable, so copying a long formula trail from one index
 // to its siblings costs a reference, not a copy.
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace synthara::sheet {
 
-// Sixteen bytes: a sheet can hold tens of millions of cells, so the text is
-// reached through one counted pointer that shares the number's slot.
+// Sixteen bytes: a sheet can hold tens of millions of cells. A number sits in
+// the cell; so does text of up to kShortText bytes (most typed entries: counts,
+// means, short names); longer text is reached through one counted pointer.
 class Cell {
   public:
+    static constexpr std::size_t kShortText = 14;
+
     Cell() = default;
     Cell(const Cell& other) noexcept;
     Cell(Cell&& other) noexcept;
     Cell& operator=(const Cell& other) noexcept;
     Cell& operator=(Cell&& other) noexcept;
     ~Cell();
-    static Cell FromText(std::string text);
+    static Cell FromText(std::string_view text);
     static Cell FromNumber(double value);
 
     bool IsEmpty() const { return kind_ == Kind::Empty; }
     bool IsNumber() const { return kind_ == Kind::Number; }
-    bool IsText() const { return kind_ == Kind::Text; }
+    bool IsText() const { return kind_ == Kind::Shared || kind_ == Kind::Short; }
 
     // The cell as text: typed text as it stands, a number in the shortest form
     // that reads back to the same double, "" when empty.
@@ -32,19 +36,20 @@ class Cell {
     // The stored number; for a text cell, its conversion when it is numeric.
     // nullopt-like: returns false when the cell holds no number.
     bool TryNumber(double& out) const;
-    double Number() const { return IsNumber() ? number_ : 0; }  // 0 unless IsNumber()
+    double Number() const;  // 0 unless IsNumber()
 
     friend bool operator==(const Cell& a, const Cell& b);
 
   private:
     struct SharedText;  // the text with its reference count
-    enum class Kind : unsigned char { Empty, Text, Number };
+    enum class Kind : unsigned char { Empty, Number, Shared, Short };
     void Release() noexcept;
+    void CopyFrom(const Cell& other) noexcept;
+    SharedText* Shared() const;
 
-    union {
-        double number_ = 0;
-        SharedText* text_;
-    };
+    // The number, the shared text's pointer or the short text's bytes.
+    alignas(8) char bytes_[kShortText] = {};
+    unsigned char shortLength_ = 0;
     Kind kind_ = Kind::Empty;
 };
 

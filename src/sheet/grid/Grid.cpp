@@ -36,14 +36,18 @@ void Grid::SetRows(int rows) {
     ++structureRevision_;
     rows = std::max(rows, 0);
     const auto size = static_cast<std::size_t>(rows);
-    for (Column& column : cols_) {
-        column.cells.resize(size);
-        if (!column.back.empty()) column.back.resize(size, kNoBackColor);
-        if (!column.shade.empty()) column.shade.resize(size, 0);
-    }
+    rows_ = rows;
+    for (Column& column : cols_)
+        ResizeColumn(column);
     rowHidden_.resize(size, false);
     rowHeight_.resize(size, defaultRowHeight_);
-    rows_ = rows;
+}
+
+void Grid::ResizeColumn(Column& column) const {
+    const auto size = static_cast<std::size_t>(rows_);
+    column.cells.resize(size);
+    column.back.resize(size);
+    column.shade.resize(size);
 }
 
 void Grid::SetCols(int cols) {
@@ -57,7 +61,7 @@ void Grid::SetCols(int cols) {
         cols_.reserve(size);
         while (cols_.size() < size) {
             cols_.emplace_back();
-            cols_.back().cells.resize(static_cast<std::size_t>(rows_));
+            ResizeColumn(cols_.back());
         }
     }
     InvalidateIndex();
@@ -75,8 +79,8 @@ void Grid::Clear() {
 
 const Cell& Grid::At(int row, int col) const {
     if (!ValidCol(col)) return kEmptyCell;
-    const auto& cells = cols_[static_cast<std::size_t>(col)].cells;
-    return Holds(cells, row) ? cells[static_cast<std::size_t>(row)] : kEmptyCell;
+    if (row < 0) return kEmptyCell;
+    return cols_[static_cast<std::size_t>(col)].cells[static_cast<std::size_t>(row)];
 }
 
 void Grid::Set(int row, int col, Cell cell) {
@@ -85,9 +89,9 @@ void Grid::Set(int row, int col, Cell cell) {
     if (row < fixedRows_) ++structureRevision_;
     if (!ValidCol(col)) return;
     Column& column = cols_[static_cast<std::size_t>(col)];
-    if (!Holds(column.cells, row)) return;
+    if (!ValidRow(row)) return;
     if (row >= fixedRows_ && !cell.IsEmpty()) column.dataWritten = true;
-    column.cells[static_cast<std::size_t>(row)] = std::move(cell);
+    column.cells.Set(static_cast<std::size_t>(row), std::move(cell));
 }
 
 bool Grid::DataRowsBlank(int col) const {
@@ -132,14 +136,14 @@ Column& Grid::Col(int col) {
     ++structureRevision_;
     if (ValidCol(col)) return cols_[static_cast<std::size_t>(col)];
     detached_ = Column();
-    detached_.cells.resize(static_cast<std::size_t>(rows_));
+    ResizeColumn(detached_);
     return detached_;
 }
 
 const Column& Grid::Col(int col) const {
     if (ValidCol(col)) return cols_[static_cast<std::size_t>(col)];
     detached_ = Column();
-    detached_.cells.resize(static_cast<std::size_t>(rows_));
+    ResizeColumn(detached_);
     return detached_;
 }
 
@@ -181,36 +185,26 @@ void Grid::SetColKey(int col, std::string key) {
 
 BackColor Grid::CellBackColor(int row, int col) const {
     if (!ValidCol(col)) return kNoBackColor;
-    const auto& back = cols_[static_cast<std::size_t>(col)].back;
-    return Holds(back, row) ? back[static_cast<std::size_t>(row)] : kNoBackColor;
+    if (row < 0) return kNoBackColor;
+    return cols_[static_cast<std::size_t>(col)].back[static_cast<std::size_t>(row)];
 }
 
 void Grid::SetCellBackColor(int row, int col, BackColor color) {
     ++revision_;
     if (!Valid(row, col)) return;
-    auto& back = cols_[static_cast<std::size_t>(col)].back;
-    if (back.empty()) {
-        if (color == kNoBackColor) return;
-        back.assign(static_cast<std::size_t>(rows_), kNoBackColor);
-    }
-    if (Holds(back, row)) back[static_cast<std::size_t>(row)] = color;
+    cols_[static_cast<std::size_t>(col)].back.Set(static_cast<std::size_t>(row), color);
 }
 
 std::uint8_t Grid::CellShade(int row, int col) const {
     if (!ValidCol(col)) return 0;
-    const auto& shade = cols_[static_cast<std::size_t>(col)].shade;
-    return Holds(shade, row) ? shade[static_cast<std::size_t>(row)] : 0;
+    if (row < 0) return 0;
+    return cols_[static_cast<std::size_t>(col)].shade[static_cast<std::size_t>(row)];
 }
 
 void Grid::SetCellShade(int row, int col, std::uint8_t shade) {
     ++revision_;
     if (!Valid(row, col)) return;
-    auto& shades = cols_[static_cast<std::size_t>(col)].shade;
-    if (shades.empty()) {
-        if (shade == 0) return;
-        shades.assign(static_cast<std::size_t>(rows_), 0);
-    }
-    if (Holds(shades, row)) shades[static_cast<std::size_t>(row)] = shade;
+    cols_[static_cast<std::size_t>(col)].shade.Set(static_cast<std::size_t>(row), shade);
 }
 
 bool Grid::RowHidden(int row) const {
@@ -244,7 +238,7 @@ void Grid::InsertColumn(int at) {
     ++structureRevision_;
     if (at < 0 || at > Cols()) return;
     Column column;
-    column.cells.resize(static_cast<std::size_t>(rows_));
+    ResizeColumn(column);
     cols_.insert(cols_.begin() + at, std::move(column));
     InvalidateIndex();
 }
@@ -263,9 +257,10 @@ void Grid::MoveRow(int from, int to) {
     if (from == to || !ValidRow(from) || !ValidRow(to)) return;
     if (std::min(from, to) < fixedRows_) MarkDataWritten();
     for (Column& column : cols_) {
-        MoveOne(column.cells, from, to);
-        MoveOne(column.back, from, to);  // no-ops while not allocated
-        MoveOne(column.shade, from, to);
+        const auto f = static_cast<std::size_t>(from), t = static_cast<std::size_t>(to);
+        column.cells.Move(f, t);
+        column.back.Move(f, t);
+        column.shade.Move(f, t);
     }
     MoveOne(rowHidden_, from, to);
     MoveOne(rowHeight_, from, to);
@@ -316,9 +311,10 @@ void Grid::SortRows(int r1, int r2, int c1, int c2) {
     if (std::is_sorted(order.begin(), order.end())) return;
 
     for (Column& column : cols_) {
-        ApplyOrder(column.cells, r1, order);
-        ApplyOrder(column.back, r1, order);  // skipped while not allocated
-        ApplyOrder(column.shade, r1, order);
+        const auto first = static_cast<std::size_t>(r1);
+        column.cells.ApplyOrder(first, order);
+        column.back.ApplyOrder(first, order);
+        column.shade.ApplyOrder(first, order);
     }
     ApplyOrder(rowHidden_, r1, order);
     ApplyOrder(rowHeight_, r1, order);

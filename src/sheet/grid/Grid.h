@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "sheet/grid/Cell.h"
+#include "sheet/grid/PagedColumn.h"
 
 namespace synthara::sheet {
 
@@ -34,10 +35,11 @@ struct Column {
     bool hidden = false;
     bool merged = false;  // equal adjacent cells drawn as one (the row display "Merge rows")
     Alignment alignment = Alignment::General;
-    std::string numberFormat;         // "0.000"; "" shows numbers as they are
-    std::vector<Cell> cells;          // one per row
-    std::vector<BackColor> back;      // empty until a colour is set, then one per row
-    std::vector<std::uint8_t> shade;  // grey shade of a refused entry cell: 0 none, 1..8
+    std::string numberFormat;  // "0.000"; "" shows numbers as they are
+    // One value per row; only the pages of rows that hold something exist.
+    PagedColumn<Cell> cells;
+    PagedColumn<BackColor> back;      // kNoBackColor where none is set
+    PagedColumn<std::uint8_t> shade;  // grey shade of a refused entry cell: 0 none, 1..8
     // False only while no data row (below the fixed rows) has held a value
     // since the column was made; every write through the grid keeps it, and
     // code that writes `cells` directly must set it.
@@ -143,6 +145,7 @@ class Grid {
     void InvalidateIndex() { indexStale_ = true; }
     template <typename T>
     static void ApplyOrder(std::vector<T>& values, int first, const std::vector<int>& order);
+    void ResizeColumn(Column& column) const;
 
     int rows_ = 0;
     int fixedRows_ = 0;

@@ -1,0 +1,155 @@
+#pragma once
+// One column of values addressed by row, stored in pages of kPageRows rows. A
+// page exists only while one of its rows holds something other than the
+// empty value, so the hundreds of columns a sheet carries for formats its
+// rows do not use cost a pointer per page, not a value per row.
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace synthara::sheet {
+
+template <typename T>
+class PagedColumn {
+  public:
+    static constexpr std::size_t kPageShift = 8;
+    static constexpr std::size_t kPageRows = std::size_t{1} << kPageShift;
+
+    PagedColumn() = default;
+    PagedColumn(const PagedColumn& other) : size_(other.size_) {
+        pages_.reserve(other.pages_.size());
+        for (const auto& page : other.pages_)
+            pages_.push_back(page ? std::make_unique<Page>(*page) : nullptr);
+    }
+    PagedColumn(PagedColumn&&) noexcept = default;
+    PagedColumn& operator=(const PagedColumn& other) {
+        if (this != &other) *this = PagedColumn(other);
+        return *this;
+    }
+    PagedColumn& operator=(PagedColumn&&) noexcept = default;
+
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
+    // True when no row holds anything.
+    bool AllEmpty() const {
+        return std::none_of(pages_.begin(), pages_.end(), [](const auto& p) { return !!p; });
+    }
+
+    // The value of a row; the empty value beyond the end.
+    const T& operator[](std::size_t row) const {
+        if (row >= size_) return Empty();
+        const Page* page = pages_[row >> kPageShift].get();
+        return page ? page->values[row & (kPageRows - 1)] : Empty();
+    }
+
+    // Writes a row's value; beyond the end nothing happens. Writing the empty
+    // value where a page is absent allocates nothing, and a page whose last
+    // value is emptied is given back.
+    void Set(std::size_t row, T value) {
+        if (row >= size_) return;
+        auto& slot = pages_[row >> kPageShift];
+        const bool emptyValue = IsEmpty(value);
+        if (!slot) {
+            if (emptyValue) return;
+            slot = std::make_unique<Page>();
+        }
+        T& target = slot->values[row & (kPageRows - 1)];
+        const bool wasEmpty = IsEmpty(target);
+        target = std::move(value);
+        if (wasEmpty && !emptyValue) {
+            ++slot->used;
+        } else if (!wasEmpty && emptyValue && --slot->used == 0) {
+            slot.reset();
+        }
+    }
+
+    // New rows are empty; rows cut off are dropped.
+    void resize(std::size_t rows) {
+        if (rows < size_) {
+            for (std::size_t row = rows; row < std::min(size_, PageCount(rows) * kPageRows); ++row)
+                Set(row, T{});
+        }
+        pages_.resize(PageCount(rows));
+        size_ = rows;
+    }
+
+    // Takes the value at `from` out and reinserts it so that it ends at `to`.
+    void Move(std::size_t from, std::size_t to) {
+        if (from >= size_ || to >= size_ || from == to) return;
+        const std::size_t low = std::min(from, to), high = std::max(from, to);
+        if (!AnyIn(low, high)) return;
+        T moving = Take(from);
+        if (from < to) {
+            for (std::size_t row = from; row < to; ++row)
+                Set(row, Take(row + 1));
+        } else {
+            for (std::size_t row = from; row > to; --row)
+                Set(row, Take(row - 1));
+        }
+        Set(to, std::move(moving));
+    }
+
+    // Rows first.. take the values of rows first + order[0], first + order[1], ...
+    void ApplyOrder(std::size_t first, const std::vector<int>& order) {
+        if (order.empty() || first + order.size() > size_) return;
+        if (!AnyIn(first, first + order.size() - 1)) return;
+        std::vector<T> sorted;
+        sorted.reserve(order.size());
+        for (int from : order)
+            sorted.push_back((*this)[first + static_cast<std::size_t>(from)]);
+        for (std::size_t k = 0; k < sorted.size(); ++k)
+            Set(first + k, std::move(sorted[k]));
+    }
+
+    // Calls visit(row, value) for every row that holds something, in row order.
+    template <typename Visit>
+    void ForEachSet(Visit&& visit) const {
+        for (std::size_t p = 0; p < pages_.size(); ++p) {
+            const Page* page = pages_[p].get();
+            if (!page) continue;
+            const std::size_t base = p * kPageRows;
+            const std::size_t end = std::min(kPageRows, size_ - base);
+            for (std::size_t k = 0; k < end; ++k)
+                if (!IsEmpty(page->values[k])) visit(base + k, page->values[k]);
+        }
+    }
+
+  private:
+    struct Page {
+        std::array<T, kPageRows> values{};
+        std::uint32_t used = 0;  // values that are not empty
+    };
+
+    static bool IsEmpty(const T& value) {
+        if constexpr (requires { value.IsEmpty(); })
+            return value.IsEmpty();
+        else
+            return value == T{};
+    }
+    static const T& Empty() {
+        static const T kEmpty{};
+        return kEmpty;
+    }
+    static std::size_t PageCount(std::size_t rows) { return (rows + kPageRows - 1) >> kPageShift; }
+
+    T Take(std::size_t row) {
+        T value = (*this)[row];
+        Set(row, T{});
+        return value;
+    }
+    // True when some row in low..high holds something.
+    bool AnyIn(std::size_t low, std::size_t high) const {
+        for (std::size_t p = low >> kPageShift; p <= (high >> kPageShift); ++p)
+            if (pages_[p]) return true;
+        return false;
+    }
+
+    std::vector<std::unique_ptr<Page>> pages_;
+    std::size_t size_ = 0;
+};
+
+}  // namespace synthara::sheet
