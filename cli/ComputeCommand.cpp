@@ -109,14 +109,16 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
 
 json ComputeJson(const shell::Document& document, bool trails) {
     json rows = json::array();
-    document.ForEachRowResult([&](int i, const effectsize::RowResult& result) {
-        if (result.format.empty()) return;  // a blank line of the file
-        rows.push_back({{"row", i + 1},
-                        {"study", document.StudyName(i)},
-                        {"format", result.format},
-                        {"errors", effectsize::SplitErrors(result.errors)},
-                        {"indices", Indices(result, trails)}});
-    });
+    document.ForEachRowResult(
+        [&](int i, const effectsize::RowResult& result) {
+            if (result.format.empty()) return;  // a blank line of the file
+            rows.push_back({{"row", i + 1},
+                            {"study", document.StudyName(i)},
+                            {"format", result.format},
+                            {"errors", effectsize::SplitErrors(result.errors)},
+                            {"indices", Indices(result, trails)}});
+        },
+        trails ? effectsize::Trails::On : effectsize::Trails::Off);
     return {{"rows", std::move(rows)}};
 }
 

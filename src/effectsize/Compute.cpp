@@ -87,34 +87,6 @@ void ClearIfSet(sheet::Sheet& sheet, int row, int col) {
     if (!flex.DataRowsBlank(col) && !flex.IsBlank(row, col)) sheet.ClearCell(row, col);
 }
 
-// Writes trails into a row. Sibling indices often carry the same trail, and a
-// cell shares its text, so each distinct trail is stored once per row; a cell
-// that already reads the same is left alone.
-class TrailWriter {
-  public:
-    void StartRow() { written_.clear(); }
-
-    void Write(sheet::Sheet& sheet, int row, int col, const std::string& text) {
-        if (text.empty()) {
-            ClearIfSet(sheet, row, col);
-            return;
-        }
-        const sheet::Cell& current = sheet.Flex().At(row, col);
-        if (current.IsText() && current.TextView() == text) return;
-        for (const auto& [source, cell] : written_) {
-            if (source->size() == text.size() && *source == text) {
-                sheet.Set(row, col, cell);
-                return;
-            }
-        }
-        written_.emplace_back(&text, sheet::Cell::FromText(text));
-        sheet.Set(row, col, written_.back().second);
-    }
-
-  private:
-    std::vector<std::pair<const std::string*, sheet::Cell>> written_;
-};
-
 // One row between its computation and the writing of its cells.
 struct PendingRow {
     int row = 0;
@@ -122,7 +94,6 @@ struct PendingRow {
     std::array<int, MaxRoles> roleCol{};
     std::string labelsFormat;
     WorkingSet ws;
-    TrailWriter trails;
 };
 
 // The grid keeps each column's cells together, so results are written for a
@@ -130,8 +101,6 @@ struct PendingRow {
 // of columns.
 void WriteBlock(sheet::Sheet& sheet, std::vector<PendingRow>& block, std::size_t count,
                 const std::vector<IndexColumns>& display) {
-    for (std::size_t k = 0; k < count; ++k)
-        block[k].trails.StartRow();
     for (const auto& index : display) {
         const int i = index.index;
         const bool hasPoint = index.col[1] > 0;
@@ -150,18 +119,12 @@ void WriteBlock(sheet::Sheet& sheet, std::vector<PendingRow>& block, std::size_t
                     ClearIfSet(sheet, p.row, col);
             }
         }
+        // A trail is built when it is read (FormulaText), never kept: the
+        // cell stays empty, and text left by an older computation goes.
         const int formulaCol = index.col[5];
         if (formulaCol <= 0) continue;
-        for (std::size_t k = 0; k < count; ++k) {
-            PendingRow& p = block[k];
-            if (!p.hasEntry) {
-                ClearIfSet(sheet, p.row, formulaCol);
-            } else if (hasPoint) {
-                const bool failed = !p.ws.IsValid(i) && !p.ws.RowErrors.empty();
-                p.trails.Write(sheet, p.row, formulaCol,
-                               failed ? p.ws.RowErrors : p.ws.EsFormula[At(i)]);
-            }
-        }
+        for (std::size_t k = 0; k < count; ++k)
+            if (!block[k].hasEntry || hasPoint) ClearIfSet(sheet, block[k].row, formulaCol);
     }
 }
 
@@ -276,6 +239,8 @@ void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& c
 
     constexpr std::size_t kBlockRows = 64;
     std::vector<PendingRow> block(kBlockRows);
+    for (PendingRow& p : block)
+        p.ws.BuildTrails = false;
     RolePlan plan;
     for (int blockStart = first; blockStart <= last; blockStart += static_cast<int>(kBlockRows)) {
         const std::size_t count =

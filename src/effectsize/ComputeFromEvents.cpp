@@ -228,6 +228,7 @@ void MatchedCorrelation(EventsRow& ev) {
     const double rho = (nTot * S - A * B) / std::sqrt(product);
     const double delta = nTot * nTot * (nTot * S - A * B) / product;
     ev.deltaOverN = delta / nTot;
+    if (!ev.trails) return;
     for (const Formula* f : {&kMatchedNTot, &kMatchedRho, &kMatchedDelta, &kMatchedDeltaOverN})
         f->AddSymbols(t);
     AddFormula(t, "", "S");
@@ -255,6 +256,7 @@ void ExternalCorrelation(EventsRow& ev) {
     const double nTot = (A + B + C + D) / 2;
     const double rho = ev.Value(RoleKind::ExternalCorrelation);
     ev.deltaOverN = (rho * nTot) / std::sqrt(A * B * C * D);
+    if (!ev.trails) return;
     const Slots names{{"Rho", "External correlation"}};
     kExternalRho.AddSymbols(t, &names);
     AddFormula(t, "", "S");
@@ -295,7 +297,7 @@ void ComputeFromEvents(const sheet::FormatDef& format, WorkingSet& ws, ComputeCo
 
     EventsRow row(format, *layout, ws, context);
     if (!BuildTable(row)) return;
-    CellsTrail(row);
+    if (row.trails) CellsTrail(row);
     StoreCounts(row);
     if (layout->entry == EventsEntry::MatchedPairs)
         MatchedCorrelation(row);
@@ -306,8 +308,9 @@ void ComputeFromEvents(const sheet::FormatDef& format, WorkingSet& ws, ComputeCo
     bool added;
     row.Restore(A, B, C, D, false, added);
     const bool undefinedTable = (A == 0 && C == 0) || (B == 0 && D == 0);
-    for (int index : {Ix::LogOddsRatio, Ix::MHCellA, Ix::MHCellB, Ix::MHCellC, Ix::MHCellD})
-        row.Trail(index) = row.head;
+    if (row.trails)
+        for (int index : {Ix::LogOddsRatio, Ix::MHCellA, Ix::MHCellB, Ix::MHCellC, Ix::MHCellD})
+            row.Trail(index) = row.head;
 
     if (undefinedTable) {
         events::UndefinedTableStep(row);

@@ -115,6 +115,7 @@ bool LogOddsStep(EventsRow& row) {
     row.logOddsSE = se;
     row.ws.SetResult(Ix::LogOddsRatio, logOdds, se, se * se);
     row.ws.SetPoint(Ix::OddsRatio, oddsRatio);
+    if (!row.trails) return true;
 
     std::string& t = row.Trail(Ix::LogOddsRatio);
     t.reserve(row.head.size() + 768);
@@ -150,6 +151,7 @@ void StdDiffStep(EventsRow& row) {
     row.stdDiff = d;
     row.stdDiffSE = se;
     row.ws.SetResult(Ix::StdDiffInMeans, d, se, se * se);
+    if (!row.trails) return;
 
     std::string& t = row.Trail(Ix::StdDiffInMeans);
     t.reserve(640);
@@ -173,6 +175,7 @@ void PairedStdDiffStep(EventsRow& row) {
     const double d = row.stdDiff / divisor;
     const double se = row.stdDiffSE / divisor;
     row.ws.SetResult(Ix::StdPairedDifference, d, se, se * se);
+    if (!row.trails) return;
 
     static constexpr std::string_view kLines[] = {
         "Starting with binary data in a 2x2 table,",
@@ -211,6 +214,7 @@ void HedgesGStep(EventsRow& row) {
     const double seAgain = stats::GSEFromD(row.stdDiff, row.stdDiffSE, df, true, method);
     const double variance = seAgain * seAgain;
     row.ws.SetResult(Ix::HedgesG, g, se, variance);
+    if (!row.trails) return;
 
     // The text names the default method's formula whichever method is set,
     // so it carries no numbers that the other method would contradict.
@@ -241,6 +245,7 @@ void CorrelationStep(EventsRow& row) {
     const double zSE = rSE / (1 - r * r);
     row.ws.SetResult(Ix::Correlation, r, rSE, rSE * rSE);
     row.ws.SetResult(Ix::FishersZ, z, zSE, zSE * zSE);
+    if (!row.trails) return;
 
     std::string& t = row.Trail(Ix::Correlation);
     t.reserve(640);
@@ -257,6 +262,7 @@ void CorrelationStep(EventsRow& row) {
 }
 
 void UndefinedTableStep(EventsRow& row) {
+    if (!row.trails) return;
     static constexpr std::pair<int, std::string_view> kTitles[] = {
         {Ix::LogOddsRatio, "Odds ratio"},
         {Ix::StdDiffInMeans, "Standardized mean difference (d)"},
@@ -279,6 +285,7 @@ void PetoStep(EventsRow& row, bool undefinedTable) {
             row.Trail(index) = t;
     };
     if (row.paired || undefinedTable) {
+        if (!row.trails) return;
         TitledNote(t, &row.head, kPetoTitle,
                    row.paired ? "Is not computed for paired data" : kUndefined);
         copyTrail();
@@ -294,6 +301,7 @@ void PetoStep(EventsRow& row, bool undefinedTable) {
     const double oMinusE = A - expected;
     const double logPeto = oMinusE / v;
     if (!PetoComputable(logPeto)) {
+        if (!row.trails) return;
         TitledNote(t, &row.head, kPetoTitle, "cannot be computed from entered data");
         AddFormula(t, "", "S");
         copyTrail();
@@ -304,6 +312,7 @@ void PetoStep(EventsRow& row, bool undefinedTable) {
     row.ws.SetPoint(Ix::PetoOddsRatio, std::exp(logPeto));
     row.ws.SetPoint(Ix::PetoOE, oMinusE);
     row.ws.SetPoint(Ix::PetoV, v);
+    if (!row.trails) return;
 
     t.reserve(row.head.size() + 1024);
     t = row.head;
@@ -339,6 +348,7 @@ void PetoStep(EventsRow& row, bool undefinedTable) {
 void RiskRatioStep(EventsRow& row, bool undefinedTable) {
     std::string& t = row.Trail(Ix::LogRiskRatio);
     if (row.paired || undefinedTable) {
+        if (!row.trails) return;
         TitledNote(t, &row.head, "Risk ratio",
                    row.paired ? "Is not computed from paired data" : kUndefined);
         row.Trail(Ix::RiskRatio) = t;
@@ -354,6 +364,7 @@ void RiskRatioStep(EventsRow& row, bool undefinedTable) {
     const double riskRatio = std::exp(logRisk);
     row.ws.SetResult(Ix::LogRiskRatio, logRisk, se, se * se);
     row.ws.SetPoint(Ix::RiskRatio, riskRatio);
+    if (!row.trails) return;
 
     t.reserve(row.head.size() + 1024);
     t = row.head;
@@ -386,7 +397,8 @@ void RiskRatioStep(EventsRow& row, bool undefinedTable) {
 void RiskDifferenceStep(EventsRow& row) {
     std::string& t = row.Trail(Ix::RiskDifference);
     if (row.paired) {
-        TitledNote(t, &row.head, "Risk difference", "Is not computed from paired data");
+        if (row.trails)
+            TitledNote(t, &row.head, "Risk difference", "Is not computed from paired data");
         return;
     }
     // The point rests on the table as entered; only the variance needs the
@@ -399,6 +411,7 @@ void RiskDifferenceStep(EventsRow& row) {
     const double p1 = A / (A + B), q1 = B / (A + B), p2 = C / (C + D), q2 = D / (C + D);
     const double se = std::sqrt(((p1 * q1) / (A + B)) + ((p2 * q2) / (C + D)));
     row.ws.SetResult(Ix::RiskDifference, riskDiff, se, se * se);
+    if (!row.trails) return;
 
     t.reserve(row.head.size() + 1024);
     t = row.head;

@@ -17,15 +17,17 @@ struct EventsRow {
           layout(eventsLayout),
           ws(workingSet),
           context(computeContext),
-          paired(eventsLayout.paired) {}
+          paired(eventsLayout.paired),
+          trails(workingSet.BuildTrails) {}
 
     const sheet::FormatDef& format;
     sheet::EventsLayout layout;
     WorkingSet& ws;
     ComputeContext& context;
     bool paired = false;
-    Table2x2 cells{};  // 1-based: [1][1] A, [1][2] B, [2][1] C, [2][2] D, [1][3] N1, [2][3] N2
-    std::string head;  // the trail of the cells, which opens most trails
+    bool trails = true;  // false: the steps compute numbers only
+    Table2x2 cells{};    // 1-based: [1][1] A, [1][2] B, [2][1] C, [2][2] D, [1][3] N1, [2][3] N2
+    std::string head;    // the trail of the cells, which opens most trails
     double deltaOverN = 0;
 
     double nTot = 0, n1 = 0, n2 = 0;  // with 0.5 added where the log odds ratio needed it

@@ -47,8 +47,8 @@ RowResult ResultOf(const WorkingSet& ws) {
 }
 
 RowEvaluator::RowEvaluator(const sheet::Sheet& sheet, const ComputeOptions& options,
-                           ports::Prompter& prompter)
-    : sheet_(sheet), options_(options), prompter_(prompter) {}
+                           ports::Prompter& prompter, Trails trails)
+    : sheet_(sheet), options_(options), prompter_(prompter), trails_(trails) {}
 
 RowResult RowEvaluator::Evaluate(int row) {
     const int formatCol = sheet_.FormatCol();
@@ -56,6 +56,7 @@ RowResult RowEvaluator::Evaluate(int row) {
     if (!plan_.Fits(sheet_, format)) plan_ = PlanFor(sheet_, format);
     WorkingSet ws;
     ws.Reset();
+    ws.BuildTrails = trails_ == Trails::On;
     RowResult result;
     if (!format.empty() && ReadEntries(sheet_.Flex(), sheet_.Separators, row, plan_.col, ws)) {
         ws.EntryLabels = plan_.labels;
@@ -70,8 +71,22 @@ RowResult RowEvaluator::Evaluate(int row) {
 }
 
 RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
-                      ports::Prompter& prompter) {
-    return RowEvaluator(sheet, options, prompter).Evaluate(row);
+                      ports::Prompter& prompter, Trails trails) {
+    return RowEvaluator(sheet, options, prompter, trails).Evaluate(row);
+}
+
+std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
+                        const ComputeOptions& options, ports::Prompter& prompter) {
+    if (index < 1 || index > IndexCount) return {};
+    const auto& cols = sheet.DisplayColTable()[At(index)];
+    const int formulaCol = cols[sheet::AttrFormula];
+    // Without a "Point" column the computation leaves the cell to the user.
+    if (formulaCol > 0 && cols[sheet::AttrPoint] <= 0) return sheet.Flex().Text(row, formulaCol);
+    const RowResult result = EvaluateRow(sheet, row, options, prompter, Trails::On);
+    if (!result.hasEntry) return {};
+    const IndexResult* found = result.Find(index);
+    if ((found == nullptr || !found->valid) && !result.errors.empty()) return result.errors;
+    return found != nullptr ? found->trail : std::string();
 }
 
 void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result) {

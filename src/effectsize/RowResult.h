@@ -41,25 +41,37 @@ struct RowResult {
 // missing is never marked.
 RowResult ResultOf(const WorkingSet& ws);
 
+// Whether an evaluation writes the indices' trails; numbers only is several
+// times faster.
+enum class Trails { Off, On };
+
 // Reads data rows of the sheet by role and computes them, changing nothing in
 // the sheet: Compute writes the same results into the rows' cells. Where the
 // roles stand is looked up once for a run of rows of one format.
 class RowEvaluator {
   public:
     RowEvaluator(const sheet::Sheet& sheet, const ComputeOptions& options,
-                 ports::Prompter& prompter);
+                 ports::Prompter& prompter, Trails trails = Trails::On);
     RowResult Evaluate(int row);
 
   private:
     const sheet::Sheet& sheet_;
     const ComputeOptions& options_;
     ports::Prompter& prompter_;
+    Trails trails_;
     RolePlan plan_;
 };
 
 // One row, as RowEvaluator computes it.
 RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& options,
-                      ports::Prompter& prompter);
+                      ports::Prompter& prompter, Trails trails = Trails::On);
+
+// The text of an index's "Formula" cell, built from the row's entries as the
+// computation left it: the index's trail, or the row's errors where the
+// index failed because of them; "" for a row without entries. Computing a
+// sheet keeps no trail text, so screens, files and the clipboard read it here.
+std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
+                        const ComputeOptions& options, ports::Prompter& prompter);
 
 // Keeps what the sheet shows of a row's results: the valid indices that have
 // "Point" and "Valid" columns, each number only where its column exists.

@@ -47,6 +47,9 @@ struct WorkingSet {
     // True where the index has a standard error and variance besides its point.
     std::array<bool, IndexCount + 1> HasSpread{};
     std::string RowErrors;
+    // Whether the procedure writes its trails. Computing a sheet leaves them
+    // off: a trail is rebuilt from the row's entries when someone reads it.
+    bool BuildTrails = true;
 
     double& Es(int k, int i) {
         return EsResults[static_cast<std::size_t>(k)][static_cast<std::size_t>(i)];

@@ -72,13 +72,26 @@ CellRange Document::DataArea() const {
 }
 
 void Document::ForEachRowResult(
-    const std::function<void(int i, const effectsize::RowResult&)>& visit) const {
-    effectsize::RowEvaluator evaluator(sheet_, options_, prompter_);
+    const std::function<void(int i, const effectsize::RowResult&)>& visit,
+    effectsize::Trails trails) const {
+    effectsize::RowEvaluator evaluator(sheet_, options_, prompter_, trails);
     for (int i = 0; i < dataRows_; ++i) {
         effectsize::RowResult result = evaluator.Evaluate(sheet::FixedRowCount + i);
         effectsize::KeepShownIndices(sheet_, result);
         visit(i, result);
     }
+}
+
+std::string Document::CellText(int row, int col) const {
+    const sheet::Grid& flex = sheet_.Flex();
+    if (row >= flex.FixedRows() && flex.TextIs(sheet::MetaRow::Function, col, "Display") &&
+        flex.TextIs(sheet::MetaRow::Attribute, col, "Formula")) {
+        const auto& table = sheet_.DisplayColTable();
+        for (int index = 1; index <= sheet::IndexCount; ++index)
+            if (table[static_cast<std::size_t>(index)][sheet::AttrFormula] == col)
+                return effectsize::FormulaText(sheet_, row, index, options_, prompter_);
+    }
+    return flex.Text(row, col);
 }
 
 std::string Document::StudyName(int i) const {

@@ -63,9 +63,12 @@ class Document {
 
     // Every data row in order as the sheet shows it, `i` counting from 0 for
     // the first: its format, its errors and the indices it has display
-    // columns for, each with its trail.
-    void ForEachRowResult(
-        const std::function<void(int i, const effectsize::RowResult&)>& visit) const;
+    // columns for, each with its trail when asked for.
+    void ForEachRowResult(const std::function<void(int i, const effectsize::RowResult&)>& visit,
+                          effectsize::Trails trails = effectsize::Trails::Off) const;
+    // The text a cell shows, the trail of a "Formula" cell included: what the
+    // screen, the clipboard and exported files read.
+    std::string CellText(int row, int col) const;
     // The study name and the format of data row `i`; "" where it has none.
     std::string StudyName(int i) const;
     std::string RowFormat(int i) const;
