@@ -48,6 +48,8 @@ void CopyGrid(const sheet::Grid& from, sheet::Grid& to) {
         column.numberFormat = source.numberFormat;
         column.cells = source.cells;
         column.back = source.back;
+        column.dataBack = source.dataBack;
+        column.dataBackEnd = source.dataBackEnd;
         column.shade = source.shade;
         column.dataWritten = source.dataWritten;
     }

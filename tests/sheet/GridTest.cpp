@@ -172,3 +172,50 @@ TEST(GridTest, DataRowsBlankNeverHidesAValue) {
 
 }  // namespace
 }  // namespace synthara::sheet
+
+namespace synthara::sheet {
+namespace {
+
+// Colouring a whole column reads exactly as colouring each of its data rows.
+TEST(GridTest, ColumnColourReadsAsEveryDataCellColoured) {
+    const BackColor blue = RGB(0, 0, 255), green = RGB(0, 255, 0);
+    Grid byColumn, byCell;
+    for (Grid* grid : {&byColumn, &byCell}) {
+        grid->SetRows(6);
+        grid->SetCols(1);
+        grid->SetFixedRows(1);
+    }
+    byColumn.SetDataBackColor(0, blue);
+    for (int r = 1; r < 6; ++r)
+        byCell.SetCellBackColor(r, 0, blue);
+    auto same = [&](const char* step) {
+        for (int r = 0; r < byCell.Rows(); ++r)
+            EXPECT_EQ(byColumn.CellBackColor(r, 0), byCell.CellBackColor(r, 0)) << step << r;
+    };
+    same("coloured");
+    for (Grid* grid : {&byColumn, &byCell}) {
+        grid->SetCellBackColor(2, 0, kNoBackColor);
+        grid->SetCellBackColor(3, 0, green);
+        grid->SetText(4, 0, "b");
+        grid->SetText(5, 0, "a");
+    }
+    same("cells changed");
+    for (Grid* grid : {&byColumn, &byCell})
+        grid->MoveRow(2, 4);
+    same("row moved");
+    for (Grid* grid : {&byColumn, &byCell})
+        grid->SortRows(1, 5, 0, 0);
+    same("sorted");
+    for (Grid* grid : {&byColumn, &byCell})
+        grid->SetRows(8);  // new rows are not coloured
+    same("grown");
+    for (Grid* grid : {&byColumn, &byCell})
+        grid->MoveRow(7, 1);  // a row from beyond the coloured ones
+    same("moved in");
+    for (Grid* grid : {&byColumn, &byCell})
+        grid->SetFixedRows(3);
+    same("fixed rows");
+}
+
+}  // namespace
+}  // namespace synthara::sheet

@@ -65,9 +65,7 @@ bool SetPrimaryIndex(Sheet& sheet, int col) {
 
 void ColorDisplayCols(Sheet& sheet) {
     for (int c = 0; c < sheet.Flex().Cols(); ++c) {
-        if (!IsDisplay(sheet, c)) continue;
-        for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
-            sheet.SetCellBackColor(r, c, kDisplayBackColor);
+        if (IsDisplay(sheet, c)) sheet.SetDataBackColor(c, kDisplayBackColor);
     }
 }
 

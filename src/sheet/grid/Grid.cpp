@@ -47,6 +47,7 @@ void Grid::ResizeColumn(Column& column) const {
     const auto size = static_cast<std::size_t>(rows_);
     column.cells.resize(size);
     column.back.resize(size);
+    column.dataBackEnd = std::min(column.dataBackEnd, rows_);
     column.shade.resize(size);
 }
 
@@ -103,6 +104,9 @@ void Grid::SetFixedRows(int n) {
     ++structureRevision_;
     // Rows that leave the fixed area take their metadata into the data rows.
     if (n < fixedRows_) MarkDataWritten();
+    // Which rows are data rows changes: colours follow their cells.
+    for (Column& column : cols_)
+        SpellOutDataBack(column);
     fixedRows_ = n;
 }
 
@@ -184,15 +188,51 @@ void Grid::SetColKey(int col, std::string key) {
 }
 
 BackColor Grid::CellBackColor(int row, int col) const {
-    if (!ValidCol(col)) return kNoBackColor;
-    if (row < 0) return kNoBackColor;
-    return cols_[static_cast<std::size_t>(col)].back[static_cast<std::size_t>(row)];
+    if (!ValidCol(col) || row < 0) return kNoBackColor;
+    const Column& column = cols_[static_cast<std::size_t>(col)];
+    const BackColor own = column.back[static_cast<std::size_t>(row)];
+    if (own == kResetBackColor) return kNoBackColor;
+    if (own != kNoBackColor) return own;
+    return row >= fixedRows_ && row < column.dataBackEnd ? column.dataBack : kNoBackColor;
 }
 
 void Grid::SetCellBackColor(int row, int col, BackColor color) {
     ++revision_;
     if (!Valid(row, col)) return;
-    cols_[static_cast<std::size_t>(col)].back.Set(static_cast<std::size_t>(row), color);
+    Column& column = cols_[static_cast<std::size_t>(col)];
+    const bool inColoured =
+        column.dataBack != kNoBackColor && row >= fixedRows_ && row < column.dataBackEnd;
+    BackColor stored = color;
+    if (inColoured) {
+        if (color == column.dataBack)
+            stored = kNoBackColor;
+        else if (color == kNoBackColor)
+            stored = kResetBackColor;
+    }
+    column.back.Set(static_cast<std::size_t>(row), stored);
+}
+
+void Grid::SetDataBackColor(int col, BackColor color) {
+    ++revision_;
+    if (!ValidCol(col)) return;
+    Column& column = cols_[static_cast<std::size_t>(col)];
+    for (int r = fixedRows_; r < rows_; ++r)
+        column.back.Set(static_cast<std::size_t>(r), kNoBackColor);
+    column.dataBack = color;
+    column.dataBackEnd = rows_;
+}
+
+void Grid::SpellOutDataBack(Column& column) const {
+    if (column.dataBack == kNoBackColor) return;
+    for (int r = fixedRows_; r < std::min(column.dataBackEnd, rows_); ++r) {
+        const auto at = static_cast<std::size_t>(r);
+        const BackColor own = column.back[at];
+        column.back.Set(at, own == kNoBackColor      ? column.dataBack
+                            : own == kResetBackColor ? kNoBackColor
+                                                     : own);
+    }
+    column.dataBack = kNoBackColor;
+    column.dataBackEnd = 0;
 }
 
 std::uint8_t Grid::CellShade(int row, int col) const {
@@ -257,6 +297,8 @@ void Grid::MoveRow(int from, int to) {
     if (from == to || !ValidRow(from) || !ValidRow(to)) return;
     if (std::min(from, to) < fixedRows_) MarkDataWritten();
     for (Column& column : cols_) {
+        if (std::min(from, to) < fixedRows_ || std::max(from, to) >= column.dataBackEnd)
+            SpellOutDataBack(column);
         const auto f = static_cast<std::size_t>(from), t = static_cast<std::size_t>(to);
         column.cells.Move(f, t);
         column.back.Move(f, t);
@@ -311,6 +353,7 @@ void Grid::SortRows(int r1, int r2, int c1, int c2) {
     if (std::is_sorted(order.begin(), order.end())) return;
 
     for (Column& column : cols_) {
+        if (r1 < fixedRows_ || r2 >= column.dataBackEnd) SpellOutDataBack(column);
         const auto first = static_cast<std::size_t>(r1);
         column.cells.ApplyOrder(first, order);
         column.back.ApplyOrder(first, order);

@@ -26,6 +26,9 @@ inline constexpr BackColor RGB(int r, int g, int b) {
            (static_cast<BackColor>(g & 0xFF) << 8) | static_cast<BackColor>(b & 0xFF);
 }
 inline constexpr BackColor kRed = RGB(255, 0, 0);
+// Stored for a cell whose colour was reset inside a coloured column; reads
+// as kNoBackColor.
+inline constexpr BackColor kResetBackColor = 1;
 
 enum class Alignment { General, Left, Center, Right };
 
@@ -38,7 +41,13 @@ struct Column {
     std::string numberFormat;  // "0.000"; "" shows numbers as they are
     // One value per row; only the pages of rows that hold something exist.
     PagedColumn<Cell> cells;
-    PagedColumn<BackColor> back;      // kNoBackColor where none is set
+    // Per cell: kNoBackColor to follow the column, else the cell's own colour
+    // (kResetBackColor for none where the column has one).
+    PagedColumn<BackColor> back;
+    // The colour of data rows up to dataBackEnd that have none of their own,
+    // so that colouring a whole column costs nothing per row.
+    BackColor dataBack = kNoBackColor;
+    int dataBackEnd = 0;
     PagedColumn<std::uint8_t> shade;  // grey shade of a refused entry cell: 0 none, 1..8
     // False only while no data row (below the fixed rows) has held a value
     // since the column was made; every write through the grid keeps it, and
@@ -107,6 +116,9 @@ class Grid {
 
     BackColor CellBackColor(int row, int col) const;
     void SetCellBackColor(int row, int col, BackColor color);
+    // Gives every data row the column has now this back colour, as setting
+    // each cell would.
+    void SetDataBackColor(int col, BackColor color);
 
     // 0 for a normal cell; 1 to 8 for an entry cell greyed out by block.
     std::uint8_t CellShade(int row, int col) const;
@@ -146,6 +158,9 @@ class Grid {
     template <typename T>
     static void ApplyOrder(std::vector<T>& values, int first, const std::vector<int>& order);
     void ResizeColumn(Column& column) const;
+    // Writes a column's colour into its cells, before rows move across the
+    // end of the coloured rows.
+    void SpellOutDataBack(Column& column) const;
 
     int rows_ = 0;
     int fixedRows_ = 0;

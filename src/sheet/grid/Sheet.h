@@ -38,6 +38,7 @@ class Sheet {
     void SetText(int row, int col, std::string text) { flex_.SetText(row, col, std::move(text)); }
     void SetNumber(int row, int col, double value) { flex_.SetNumber(row, col, value); }
     void ClearCell(int row, int col) { flex_.ClearCell(row, col); }
+    void SetDataBackColor(int col, BackColor color) { flex_.SetDataBackColor(col, color); }
     void SetCellBackColor(int row, int col, BackColor color) {
         flex_.SetCellBackColor(row, col, color);
     }
