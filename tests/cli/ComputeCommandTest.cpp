@@ -123,5 +123,32 @@ TEST(ComputeCommand, ResultsThatAreNotFiniteAreLeftOut) {
     EXPECT_TRUE(huge["indices"].empty());
 }
 
+TEST(ComputeCommand, JsonPrintsAsTheCompactDumpOfItsValues) {
+    const std::string path =
+        WriteFile("names.csv",
+                  "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+                  "\"Say \"\"hi\"\" \\ there\",4,123,11,139\n"
+                  "\"Two\nlines\ttab\",6,306,29,303\n"
+                  "M\xC3\xBCller \xE2\x82\xAC \xF0\x9F\x98\x80,5,100,9,98\n"
+                  "Control\x01,0,10,0,10\n"
+                  "\n"
+                  "Missing,,10,3,10\n");
+    for (const bool trails : {false, true}) {
+        std::vector<std::string> args = {"compute", path, "--format",
+                                         "Events and sample size in each group", "--json"};
+        if (trails) args.push_back("--trails");
+        const Ran ran = RunCli(args);
+        ASSERT_EQ(ran.status, ExitDone) << ran.err;
+        EXPECT_EQ(ran.out, clitest::Redumped(ran.out));
+        const auto rows = nlohmann::json::parse(ran.out).at("rows");
+        ASSERT_EQ(rows.size(), 5u);
+        EXPECT_TRUE(rows[4].at("row").is_number_integer());
+        EXPECT_EQ(rows[4].at("row"), 6);
+        EXPECT_EQ(rows[0].at("study"), "Say \"hi\" \\ there");
+        EXPECT_EQ(rows[1].at("study"), "Two\nlines\ttab");
+        EXPECT_EQ(rows[2].at("study"), "M\xC3\xBCller \xE2\x82\xAC \xF0\x9F\x98\x80");
+    }
+}
+
 }  // namespace
 }  // namespace synthara::cli
