@@ -82,6 +82,21 @@ TEST(ComputeCommand, ReadableTableShowsThePrimaryIndex) {
     EXPECT_NE(ran.out.find("0.391"), std::string::npos) << ran.out;
 }
 
+TEST(ComputeCommand, ReadableTableKeepsEachRowsMessagesUnderIt) {
+    // A name of two lines makes the row's line two lines of text.
+    const std::string path =
+        WriteFile("lines.csv",
+                  "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+                  "\"Two\nlines\",4,123,11,139\n"
+                  "One cell empty,,50,10,52\n");
+    const Ran ran = RunCli({"compute", path, "--format", "Cohort 2x2 (Events)"});
+    ASSERT_EQ(ran.status, ExitDone) << ran.err;
+    const std::size_t row = ran.out.find("  2  One cell empty");
+    ASSERT_NE(row, std::string::npos) << ran.out;
+    EXPECT_EQ(ran.out.find("\n    ", row), ran.out.find('\n', row)) << ran.out;
+    EXPECT_TRUE(ran.out.ends_with("\n    One of the required values is missing\n")) << ran.out;
+}
+
 TEST(ComputeCommand, TrailsComeWithTheirLinesOnRequest) {
     const std::string path = WriteFile("events.csv", kEvents);
     const std::vector<std::string> args = {"compute", path, "--format", "Cohort 2x2 (Events)",
