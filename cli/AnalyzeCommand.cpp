@@ -7,13 +7,13 @@
 #include <vector>
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include "analysis/Analysis.h"
 #include "analysis/IndexChoice.h"
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
+#include "cli/JsonWriter.h"
 #include "effectsize/Trail.h"
 
 namespace synthara::cli {
@@ -21,27 +21,76 @@ namespace {
 
 using analysis::AnalysisResult;
 using analysis::Estimate;
-using nlohmann::json;
 
 // The JSON key of each identifying level, study name first.
 constexpr std::array<const char*, 5> kLevelKeys = {"study", "subgroup", "comparison", "outcome",
                                                    "time_point"};
 
-json Value(const std::optional<double>& value) {
-    return value ? json(*value) : json(nullptr);
+// The display-scale numbers of an estimate.
+void WriteDisplay(JsonWriter& json, const Estimate& e) {
+    json.Key("display").BeginObject();
+    json.Key("lower").Number(e.displayLower);
+    json.Key("point").Number(e.displayPoint);
+    json.Key("upper").Number(e.displayUpper);
+    json.EndObject();
 }
 
-void PutEstimate(json& object, const Estimate& e) {
-    object["point"] = Value(e.point);
-    object["se"] = Value(e.se);
-    object["variance"] = Value(e.variance);
-    object["lower"] = Value(e.lower);
-    object["upper"] = Value(e.upper);
-    object["z"] = Value(e.z);
-    object["p"] = Value(e.p);
-    object["display"] = {{"point", Value(e.displayPoint)},
-                         {"lower", Value(e.displayLower)},
-                         {"upper", Value(e.displayUpper)}};
+// A study row's identifying text at `level`, where the table has that level.
+void WriteLevel(JsonWriter& json, const AnalysisResult& r, const analysis::StudyResult& s,
+                std::size_t level) {
+    if (r.levelPresent[level]) json.Key(kLevelKeys[level]).String(s.identity[level]);
+}
+
+// The members of these objects stand in the order of their keys, as the
+// output has always had them, so the estimate's numbers and the levels mix.
+void WriteStudy(JsonWriter& json, const AnalysisResult& r, const analysis::StudyResult& s) {
+    const Estimate& e = s.estimate;
+    json.BeginObject();
+    WriteLevel(json, r, s, 2);  // comparison
+    WriteDisplay(json, e);
+    json.Key("hide_reason").String(s.hideReason);
+    json.Key("lower").Number(e.lower);
+    WriteLevel(json, r, s, 3);  // outcome
+    json.Key("p").Number(e.p);
+    json.Key("point").Number(e.point);
+    json.Key("se").Number(e.se);
+    WriteLevel(json, r, s, 0);  // study
+    WriteLevel(json, r, s, 1);  // subgroup
+    WriteLevel(json, r, s, 4);  // time_point
+    json.Key("upper").Number(e.upper);
+    json.Key("valid").Bool(s.valid);
+    json.Key("variance").Number(e.variance);
+    json.Key("weight").BeginObject();
+    json.Key("fixed").Number(s.weightFixed);
+    json.Key("random").Number(s.weightRandom);
+    json.EndObject();
+    json.Key("z").Number(e.z);
+    json.EndObject();
+}
+
+void WriteSummary(JsonWriter& json, const analysis::SummaryResult& s) {
+    const Estimate& e = s.estimate;
+    json.BeginObject();
+    json.Key("df").Number(s.df);
+    WriteDisplay(json, e);
+    json.Key("group").String(s.group);
+    json.Key("i2").Number(s.i2);
+    json.Key("k").Integer(s.k);
+    json.Key("lower").Number(e.lower);
+    json.Key("model").String(s.modelWord);
+    json.Key("p").Number(e.p);
+    json.Key("point").Number(e.point);
+    json.Key("q").Number(s.q);
+    json.Key("q_p").Number(s.qP);
+    json.Key("se").Number(e.se);
+    json.Key("tau").Number(s.tau);
+    json.Key("tau2").Number(s.tau2);
+    json.Key("tau2_se").Number(s.tau2Se);
+    json.Key("tau2_variance").Number(s.tau2Variance);
+    json.Key("upper").Number(e.upper);
+    json.Key("variance").Number(e.variance);
+    json.Key("z").Number(e.z);
+    json.EndObject();
 }
 
 std::string Decimals(const std::optional<double>& value, int digits) {
@@ -115,39 +164,22 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
     return cmd;
 }
 
-json AnalyzeJson(const AnalysisResult& r) {
-    json studies = json::array();
-    for (const auto& s : r.studies) {
-        json study = json::object();
-        for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
-            if (r.levelPresent[i]) study[kLevelKeys[i]] = s.identity[i];
-        }
-        study["valid"] = s.valid;
-        study["hide_reason"] = s.hideReason;
-        PutEstimate(study, s.estimate);
-        study["weight"] = {{"fixed", Value(s.weightFixed)}, {"random", Value(s.weightRandom)}};
-        studies.push_back(std::move(study));
-    }
-    json summaries = json::array();
-    for (const auto& s : r.summaries) {
-        json summary = {{"model", s.modelWord}, {"group", s.group}, {"k", s.k}};
-        PutEstimate(summary, s.estimate);
-        summary["q"] = Value(s.q);
-        summary["df"] = Value(s.df);
-        summary["q_p"] = Value(s.qP);
-        summary["i2"] = Value(s.i2);
-        summary["tau2"] = Value(s.tau2);
-        summary["tau2_se"] = Value(s.tau2Se);
-        summary["tau2_variance"] = Value(s.tau2Variance);
-        summary["tau"] = Value(s.tau);
-        summaries.push_back(std::move(summary));
-    }
-    return {{"index", r.index},
-            {"computation_index", r.computationIndex},
-            {"transform", std::string(analysis::TransformWord(r.transform))},
-            {"ci_level", r.ciLevel},
-            {"studies", std::move(studies)},
-            {"summaries", std::move(summaries)}};
+void WriteAnalyzeJson(const AnalysisResult& r, std::ostream& out) {
+    JsonWriter json(out);
+    json.BeginObject();
+    json.Key("ci_level").Number(r.ciLevel);
+    json.Key("computation_index").String(r.computationIndex);
+    json.Key("index").String(r.index);
+    json.Key("studies").BeginArray();
+    for (const auto& s : r.studies)
+        WriteStudy(json, r, s);
+    json.EndArray();
+    json.Key("summaries").BeginArray();
+    for (const auto& s : r.summaries)
+        WriteSummary(json, s);
+    json.EndArray();
+    json.Key("transform").String(analysis::TransformWord(r.transform));
+    json.EndObject();
 }
 
 int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
@@ -205,7 +237,7 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         return ExitRefused;
     }
     if (args.json) {
-        out << Dump(AnalyzeJson(result)) << '\n';
+        WriteAnalyzeJson(result, out);
         return ExitDone;
     }
     out << analysis.IndexLabel << "  (" << Percent(result.ciLevel)

@@ -4,8 +4,6 @@
 #include <iosfwd>
 #include <string>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "analysis/Result.h"
 #include "sheet/grid/Cell.h"
 
@@ -29,7 +27,8 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args);
 
 int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err);
 
-// {"index", "computation_index", "transform", "ci_level", "studies", "summaries"}.
-nlohmann::json AnalyzeJson(const analysis::AnalysisResult& result);
+// Writes {"index", "computation_index", "transform", "ci_level", "studies",
+// "summaries"} as one line of JSON, each study as it comes.
+void WriteAnalyzeJson(const analysis::AnalysisResult& result, std::ostream& out);
 
 }  // namespace synthara::cli

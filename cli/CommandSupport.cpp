@@ -4,7 +4,6 @@
 #include <ostream>
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include "cli/App.h"
 #include "cli/LocaleSeparators.h"
@@ -71,34 +70,39 @@ void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err) {
     }
 }
 
-std::string Dump(const nlohmann::json& value) {
-    return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
-
 std::string Pad(std::string text, std::size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');
     return text;
 }
 
-void PrintColumns(const std::vector<std::vector<std::string>>& lines, std::ostream& out,
-                  const std::vector<std::size_t>& rightAligned) {
+std::vector<std::size_t> ColumnWidths(const std::vector<std::vector<std::string>>& lines) {
     std::vector<std::size_t> width;
     for (const auto& line : lines) {
         if (width.size() < line.size()) width.resize(line.size(), 0);
         for (std::size_t k = 0; k < line.size(); ++k)
             width[k] = std::max(width[k], line[k].size());
     }
-    for (const auto& line : lines) {
-        std::string text;
-        for (std::size_t k = 0; k < line.size(); ++k) {
-            if (k > 0) text += "  ";
-            const bool right =
-                std::find(rightAligned.begin(), rightAligned.end(), k) != rightAligned.end();
-            if (right) text.append(width[k] - line[k].size(), ' ');
-            text += right || k + 1 == line.size() ? line[k] : Pad(line[k], width[k]);
-        }
-        out << text << '\n';
+    return width;
+}
+
+void PrintLine(const std::vector<std::string>& line, const std::vector<std::size_t>& widths,
+               std::ostream& out, const std::vector<std::size_t>& rightAligned) {
+    std::string text;
+    for (std::size_t k = 0; k < line.size(); ++k) {
+        if (k > 0) text += "  ";
+        const bool right =
+            std::find(rightAligned.begin(), rightAligned.end(), k) != rightAligned.end();
+        if (right) text.append(widths[k] - line[k].size(), ' ');
+        text += right || k + 1 == line.size() ? line[k] : Pad(line[k], widths[k]);
     }
+    out << text << '\n';
+}
+
+void PrintColumns(const std::vector<std::vector<std::string>>& lines, std::ostream& out,
+                  const std::vector<std::size_t>& rightAligned) {
+    const std::vector<std::size_t> widths = ColumnWidths(lines);
+    for (const auto& line : lines)
+        PrintLine(line, widths, out, rightAligned);
 }
 
 }  // namespace synthara::cli

@@ -1,11 +1,8 @@
 #pragma once
-// What the commands share: the computation of the loaded rows, JSON output and
-// the layout of readable tables.
+// What the commands share: opening the input and the layout of readable tables.
 #include <iosfwd>
 #include <string>
 #include <vector>
-
-#include <nlohmann/json_fwd.hpp>
 
 #include "shell/Document.h"
 
@@ -35,9 +32,6 @@ int OpenInput(const std::string& input, const std::string& format,
 // yet, that its rows compute nothing; the command goes on.
 void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err);
 
-// One JSON object on one line; text that is not valid UTF-8 is replaced, not refused.
-std::string Dump(const nlohmann::json& value);
-
 // `text` filled with blanks to `width` characters.
 std::string Pad(std::string text, std::size_t width);
 
@@ -45,5 +39,11 @@ std::string Pad(std::string text, std::size_t width);
 // Columns listed in `rightAligned` (by index) are aligned to the right.
 void PrintColumns(const std::vector<std::vector<std::string>>& lines, std::ostream& out,
                   const std::vector<std::size_t>& rightAligned = {});
+
+// PrintColumns in two steps, for lines that have more to print beneath them:
+// the width of each column, that of its widest cell; then each line.
+std::vector<std::size_t> ColumnWidths(const std::vector<std::vector<std::string>>& lines);
+void PrintLine(const std::vector<std::string>& line, const std::vector<std::size_t>& widths,
+               std::ostream& out, const std::vector<std::size_t>& rightAligned = {});
 
 }  // namespace synthara::cli

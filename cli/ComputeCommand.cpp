@@ -4,29 +4,21 @@
 #include <cmath>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
+#include "cli/JsonWriter.h"
 #include "effectsize/RowResult.h"
 #include "effectsize/Trail.h"
 #include "effectsize/WorkingSet.h"
 
 namespace synthara::cli {
 namespace {
-
-using nlohmann::json;
-
-// A result as a JSON number; null where the index has none.
-json Number(const std::optional<double>& value) {
-    if (!value || !std::isfinite(*value)) return nullptr;
-    return *value;
-}
 
 // A trail's lines joined by "\n" (the sheet's cells end them in CR LF).
 std::string TrailLines(std::string_view trail) {
@@ -41,59 +33,92 @@ std::string TrailLines(std::string_view trail) {
     return text;
 }
 
-// The indices the row shows, by name.
-json Indices(const effectsize::RowResult& result, bool trails) {
-    json indices = json::object();
-    const auto& names = sheet::IndexNameTable();
-    for (const effectsize::IndexResult& index : result.indices) {
-        json entry = {{"point", Number(index.point)},
-                      {"se", Number(index.stdErr)},
-                      {"variance", Number(index.variance)}};
-        if (trails) entry["trail"] = TrailLines(index.trail);
-        indices[names[static_cast<std::size_t>(index.index)]] = std::move(entry);
-    }
-    return indices;
+const std::string& IndexName(const effectsize::IndexResult& index) {
+    return sheet::IndexNameTable()[static_cast<std::size_t>(index.index)];
 }
 
-// The readable table: each row's primary index (its format's first one) with
-// point and standard error, then its messages.
+// The indices the row shows, by name; a number that is not finite is null.
+void WriteIndices(JsonWriter& json, const effectsize::RowResult& result, bool trails) {
+    std::vector<const effectsize::IndexResult*> byName;
+    byName.reserve(result.indices.size());
+    for (const effectsize::IndexResult& index : result.indices)
+        byName.push_back(&index);
+    std::sort(byName.begin(), byName.end(),
+              [](const auto* a, const auto* b) { return IndexName(*a) < IndexName(*b); });
+    json.BeginObject();
+    for (const effectsize::IndexResult* index : byName) {
+        json.Key(IndexName(*index)).BeginObject();
+        json.Key("point").Number(index->point);
+        json.Key("se").Number(index->stdErr);
+        if (trails) json.Key("trail").String(TrailLines(index->trail));
+        json.Key("variance").Number(index->variance);
+        json.EndObject();
+    }
+    json.EndObject();
+}
+
+// One row's object; its members, like every object's, in the order of their keys.
+void WriteRow(JsonWriter& json, const shell::Document& document, int i,
+              const effectsize::RowResult& result, bool trails) {
+    json.BeginObject();
+    json.Key("errors").BeginArray();
+    for (const std::string& error : effectsize::SplitErrors(result.errors))
+        json.String(error);
+    json.EndArray();
+    json.Key("format").String(result.format);
+    json.Key("indices");
+    WriteIndices(json, result, trails);
+    json.Key("row").Integer(i + 1);
+    json.Key("study").String(document.StudyName(i));
+    json.EndObject();
+}
+
+// The number in the readable table; nothing where the index has none.
+std::optional<double> Shown(const std::optional<double>& value) {
+    if (value && std::isfinite(*value)) return value;
+    return std::nullopt;
+}
+
 // The indices a row's format shows first, each with its point and, where it
 // has one, its standard error: "Odds ratio 0.391; Log odds ratio -0.939 (SE 0.598)".
-std::string Results(const json& indices, const sheet::FormatDef& format, int decimals) {
+std::string Results(const effectsize::RowResult& result, const sheet::FormatDef& format,
+                    int decimals) {
     std::string text;
     for (std::string_view name : format.displaySet) {
-        const auto it = indices.find(std::string(name));
-        if (it == indices.end() || !(*it)["point"].is_number()) continue;
+        const effectsize::IndexResult* index = result.Find(sheet::IndexNumber(name));
+        if (index == nullptr) continue;
+        const auto point = Shown(index->point);
+        if (!point) continue;
         if (!text.empty()) text += "; ";
-        text += std::string(name) + " " +
-                effectsize::FormatDecimals((*it)["point"].get<double>(), decimals);
-        if ((*it)["se"].is_number())
-            text += " (SE " + effectsize::FormatDecimals((*it)["se"].get<double>(), decimals) + ")";
+        text += std::string(name) + " " + effectsize::FormatDecimals(*point, decimals);
+        if (const auto se = Shown(index->stdErr))
+            text += " (SE " + effectsize::FormatDecimals(*se, decimals) + ")";
     }
     return text;
 }
 
-void PrintTable(const json& rows, const sheet::Sheet& sheet, std::ostream& out) {
+// The readable table: a line per row with the indices its format shows first,
+// then the row's messages under it, indented. The column widths depend on
+// every row, so the lines are kept until the end.
+void PrintTable(const shell::Document& document, std::ostream& out) {
     std::vector<std::vector<std::string>> lines{{"Row", "Study name", "Data format", "Results"}};
     std::vector<std::vector<std::string>> errors{{}};
-    for (const auto& r : rows) {
-        const std::string longName = r["format"].get<std::string>();
-        const auto* format = sheet::FindFormat(longName);
-        lines.push_back({std::to_string(r["row"].get<int>()), r["study"].get<std::string>(),
-                         format != nullptr ? std::string(format->shortName) : longName,
-                         format != nullptr ? Results(r["indices"], *format, sheet.Decimals) : ""});
-        errors.push_back(r["errors"].get<std::vector<std::string>>());
-    }
-    std::ostringstream table;
-    PrintColumns(lines, table, {0});
-    // Each row's messages stand under it, indented.
-    std::istringstream printed(table.str());
-    std::string line;
-    for (std::size_t k = 0; std::getline(printed, line); ++k) {
-        out << line << '\n';
-        if (k < errors.size())
-            for (const auto& e : errors[k])
-                out << "    " << e << '\n';
+    const sheet::FormatDef* format = nullptr;  // the previous row's, as rows come in runs
+    document.ForEachRowResult([&](int i, const effectsize::RowResult& result) {
+        if (result.format.empty()) return;  // a blank line of the file
+        if (format == nullptr || format->longName != result.format)
+            format = sheet::FindFormat(result.format);
+        lines.push_back({std::to_string(i + 1), document.StudyName(i),
+                         format != nullptr ? std::string(format->shortName) : result.format,
+                         format != nullptr ? Results(result, *format, document.Sheet().Decimals)
+                                           : std::string()});
+        errors.push_back(effectsize::SplitErrors(result.errors));
+    });
+    const std::vector<std::size_t> widths = ColumnWidths(lines);
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        PrintLine(lines[k], widths, out, {0});
+        for (const std::string& error : errors[k])
+            out << "    " << error << '\n';
     }
 }
 
@@ -107,19 +132,18 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     return cmd;
 }
 
-json ComputeJson(const shell::Document& document, bool trails) {
-    json rows = json::array();
+void WriteComputeJson(const shell::Document& document, bool trails, std::ostream& out) {
+    JsonWriter json(out);
+    json.BeginObject();
+    json.Key("rows").BeginArray();
     document.ForEachRowResult(
         [&](int i, const effectsize::RowResult& result) {
             if (result.format.empty()) return;  // a blank line of the file
-            rows.push_back({{"row", i + 1},
-                            {"study", document.StudyName(i)},
-                            {"format", result.format},
-                            {"errors", effectsize::SplitErrors(result.errors)},
-                            {"indices", Indices(result, trails)}});
+            WriteRow(json, document, i, result, trails);
         },
         trails ? effectsize::Trails::On : effectsize::Trails::Off);
-    return {{"rows", std::move(rows)}};
+    json.EndArray();
+    json.EndObject();
 }
 
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
@@ -128,11 +152,10 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
         status != ExitDone)
         return status;
-    const json result = ComputeJson(document, args.trails);
     if (args.json)
-        out << Dump(result) << '\n';
+        WriteComputeJson(document, args.trails, out);
     else
-        PrintTable(result["rows"], document.Sheet(), out);
+        PrintTable(document, out);
     return ExitDone;
 }
 

@@ -3,8 +3,6 @@
 #include <iosfwd>
 #include <string>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "shell/Document.h"
 
 namespace CLI {
@@ -26,10 +24,11 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args);
 
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err);
 
-// The results of the opened rows, each evaluated from its entries:
+// Writes the results of the opened rows, each evaluated from its entries, as
+// one line of JSON, each row as soon as it is computed:
 // {"rows": [{"row", "study", "format", "errors", "indices"}]}. An index is
 // listed when it is valid and the sheet has display columns for it; with
 // `trails`, each carries its "trail", lines separated by "\n".
-nlohmann::json ComputeJson(const shell::Document& document, bool trails);
+void WriteComputeJson(const shell::Document& document, bool trails, std::ostream& out);
 
 }  // namespace synthara::cli

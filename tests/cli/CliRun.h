@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "cli/App.h"
 
@@ -33,6 +34,15 @@ inline std::string WriteFile(const std::string& name, const std::string& text) {
         ::testing::TempDir() + test->test_suite_name() + "." + test->name() + "-" + name;
     std::ofstream(path, std::ios::binary) << text;
     return path;
+}
+
+// JSON output read and printed again by the compact dump it used to come
+// from: the same text when its members stand in key order and its numbers and
+// strings print as that dump prints them.
+inline std::string Redumped(const std::string& json) {
+    return nlohmann::json::parse(json).dump(-1, ' ', false,
+                                            nlohmann::json::error_handler_t::replace) +
+           "\n";
 }
 
 }  // namespace synthara::cli::clitest

@@ -82,6 +82,21 @@ TEST(ComputeCommand, ReadableTableShowsThePrimaryIndex) {
     EXPECT_NE(ran.out.find("0.391"), std::string::npos) << ran.out;
 }
 
+TEST(ComputeCommand, ReadableTableKeepsEachRowsMessagesUnderIt) {
+    // A name of two lines makes the row's line two lines of text.
+    const std::string path =
+        WriteFile("lines.csv",
+                  "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+                  "\"Two\nlines\",4,123,11,139\n"
+                  "One cell empty,,50,10,52\n");
+    const Ran ran = RunCli({"compute", path, "--format", "Cohort 2x2 (Events)"});
+    ASSERT_EQ(ran.status, ExitDone) << ran.err;
+    const std::size_t row = ran.out.find("  2  One cell empty");
+    ASSERT_NE(row, std::string::npos) << ran.out;
+    EXPECT_EQ(ran.out.find("\n    ", row), ran.out.find('\n', row)) << ran.out;
+    EXPECT_TRUE(ran.out.ends_with("\n    One of the required values is missing\n")) << ran.out;
+}
+
 TEST(ComputeCommand, TrailsComeWithTheirLinesOnRequest) {
     const std::string path = WriteFile("events.csv", kEvents);
     const std::vector<std::string> args = {"compute", path, "--format", "Cohort 2x2 (Events)",
@@ -121,6 +136,33 @@ TEST(ComputeCommand, ResultsThatAreNotFiniteAreLeftOut) {
     EXPECT_EQ(huge["errors"],
               nlohmann::json({"The Group-A Total N cannot be greater than 100,000,000"}));
     EXPECT_TRUE(huge["indices"].empty());
+}
+
+TEST(ComputeCommand, JsonPrintsAsTheCompactDumpOfItsValues) {
+    const std::string path =
+        WriteFile("names.csv",
+                  "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
+                  "\"Say \"\"hi\"\" \\ there\",4,123,11,139\n"
+                  "\"Two\nlines\ttab\",6,306,29,303\n"
+                  "M\xC3\xBCller \xE2\x82\xAC \xF0\x9F\x98\x80,5,100,9,98\n"
+                  "Control\x01,0,10,0,10\n"
+                  "\n"
+                  "Missing,,10,3,10\n");
+    for (const bool trails : {false, true}) {
+        std::vector<std::string> args = {"compute", path, "--format",
+                                         "Events and sample size in each group", "--json"};
+        if (trails) args.push_back("--trails");
+        const Ran ran = RunCli(args);
+        ASSERT_EQ(ran.status, ExitDone) << ran.err;
+        EXPECT_EQ(ran.out, clitest::Redumped(ran.out));
+        const auto rows = nlohmann::json::parse(ran.out).at("rows");
+        ASSERT_EQ(rows.size(), 5u);
+        EXPECT_TRUE(rows[4].at("row").is_number_integer());
+        EXPECT_EQ(rows[4].at("row"), 6);
+        EXPECT_EQ(rows[0].at("study"), "Say \"hi\" \\ there");
+        EXPECT_EQ(rows[1].at("study"), "Two\nlines\ttab");
+        EXPECT_EQ(rows[2].at("study"), "M\xC3\xBCller \xE2\x82\xAC \xF0\x9F\x98\x80");
+    }
 }
 
 }  // namespace
