@@ -18,8 +18,6 @@ class ColumnBase {
 
     // Cut short, or lengthened with blank rows.
     virtual void Resize(int rows) = 0;
-    // Room for this many rows without moving the values again.
-    virtual void Reserve(int rows) = 0;
     // New row i is old row source[i], or a blank row where source[i] is -1.
     virtual void Rebuild(const std::vector<int>& source) = 0;
 };
@@ -31,10 +29,6 @@ class ColumnList {
     void Resize(int rows) const {
         for (ColumnBase* c : columns_)
             c->Resize(rows);
-    }
-    void Reserve(int rows) const {
-        for (ColumnBase* c : columns_)
-            c->Reserve(rows);
     }
     void Rebuild(const std::vector<int>& source) const {
         for (ColumnBase* c : columns_)
@@ -61,7 +55,6 @@ class Column final : public ColumnBase {
     std::span<const T> Values() const { return values_; }
 
     void Resize(int rows) override { values_.resize(static_cast<std::size_t>(rows), blank_); }
-    void Reserve(int rows) override { values_.reserve(static_cast<std::size_t>(rows)); }
     void Rebuild(const std::vector<int>& source) override {
         std::vector<T> out;
         out.reserve(source.size());

@@ -1,4 +1,5 @@
 // "Run analyses": how the working table is filled from the sheet.
+#include <algorithm>
 #include <cstdio>
 
 #include "analysis/Analysis.h"
@@ -82,10 +83,17 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
     const int last = sheet.GetLastRow();
     const int seq = sheet.EntrySeqCol();
     if (seq >= 0) {
-        for (int r = first; r < sheet.Flex().Rows(); ++r)
-            sheet.ClearCell(r, seq);
-        for (int r = first; r <= last; ++r)
-            sheet.SetText(r, seq, EntrySeqText(r - first + 1));
+        // Cells that already hold their number are left alone: a repeated
+        // "Run analyses" writes nothing into the sheet.
+        const sheet::Grid& g = sheet.Flex();
+        for (int r = first; r < g.Rows(); ++r) {
+            if (r > last) {
+                if (!g.IsBlank(r, seq)) sheet.ClearCell(r, seq);
+                continue;
+            }
+            std::string text = EntrySeqText(r - first + 1);
+            if (!g.TextIs(r, seq, text)) sheet.SetText(r, seq, std::move(text));
+        }
     }
     if (DisplayIndex.empty()) DisplayIndex = PrimaryIndex(sheet);
 
@@ -104,7 +112,10 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
 
     // Rows without identity or data never reach the table: "Run analyses"
     // deletes them before anything is counted.
-    vs.Reserve(g.Rows() - first);
+    // Room for every sheet row; cut to the rows kept at the end.
+    vs.SetRows(std::max(g.Rows() - first, 0));
+    int row = 0;
+    vs.texts.Reserve(static_cast<std::size_t>(g.Rows() - first));
     std::array<Code, PopulationLevels> identity{};
     for (int r = first; r < g.Rows(); ++r) {
         bool keep = false;
@@ -119,13 +130,14 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
         for (std::size_t i = 0; i < entry.size() && !keep; ++i)
             keep = !g.IsBlank(r, entry[i]);
         if (!keep) continue;
-        const int row = vs.AddRow();
         vs.sheetRow[row] = r;
         vs.entrySeq[row] = seq >= 0 && r <= last ? r - first + 1 : 0;
         for (std::size_t i = 0; i < pop.size(); ++i)
             vs.population[i][row] = identity[i];
         ReadSources(g, r, sources_, vs, row);
+        ++row;
     }
+    vs.SetRows(row);
 
     IndexLabel = "Effect measure:  " + DisplayIndex;
 }

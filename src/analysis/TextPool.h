@@ -19,6 +19,8 @@ class TextPool {
     TextPool();
 
     Code Intern(std::string_view text);
+    // Room for this many texts without rehashing the index.
+    void Reserve(std::size_t texts) { index_.reserve(texts); }
     std::string_view Text(Code code) const { return texts_[code]; }
     std::size_t Size() const { return texts_.size(); }
 

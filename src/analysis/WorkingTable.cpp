@@ -87,11 +87,6 @@ void WorkingTable::RebuildRows(const std::vector<int>& source) {
         column->Rebuild(source);
 }
 
-int WorkingTable::AddRow() {
-    SetRows(rows_ + 1);
-    return rows_ - 1;
-}
-
 std::size_t WorkingTable::Slot(Stat stat, int run, int model) {
     return (static_cast<std::size_t>(run - 1) * MaxModels + static_cast<std::size_t>(model - 1)) *
                StatCount +

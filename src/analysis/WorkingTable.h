@@ -77,10 +77,6 @@ class WorkingTable {
     // New row i is old row source[i], or a new blank row where source[i] is
     // -1: removing and inserting many rows is one sweep of each column.
     void RebuildRows(const std::vector<int>& source);
-    // One row more at the end, blank; its cells are then set by the caller.
-    int AddRow();
-    // Room for this many rows in every column of the rows.
-    void Reserve(int rows) { list_.Reserve(rows); }
 
     TextPool texts;
     // Which identifying levels the sheet has a column for, study name first.
