@@ -4,6 +4,8 @@
 // 100,000 rows.
 #include <benchmark/benchmark.h>
 
+#include <malloc.h>
+
 #include <map>
 #include <memory>
 
@@ -71,14 +73,17 @@ void BM_RoadFillWorkingTable(benchmark::State& state) {
 
 // What "Run analyses" costs after the sheet check: the table filled, rows
 // restored and sorted, summary block, valid rows, the passes of both models,
-// weights.
+// weights. `table_MB` is the heap the analysis holds after the run.
 void BM_RoadFillAndAnalysis(benchmark::State& state) {
     Sheet& sheet = ComputedSheet(Rows(state));
+    const std::size_t before = mallinfo2().uordblks;
     Analysis analysis(prompter);
     for (auto _ : state) {
         analysis.FillFromSheet(sheet);
         if (analysis.Compute() != ComputeStatus::Done) state.SkipWithError("analysis refused");
     }
+    const std::size_t after = mallinfo2().uordblks;
+    state.counters["table_MB"] = static_cast<double>(after - before) / 1e6;
     state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
