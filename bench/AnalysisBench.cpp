@@ -1,7 +1,13 @@
 // The road of a large sheet of two-group event data through the analysis:
 // the rows' computation, the filling of the working table, and the analysis
-// under the fixed and the random model, each timed on its own.
+// under the fixed and the random model, each timed on its own, at 10,000 and
+// 100,000 rows.
 #include <benchmark/benchmark.h>
+
+#include <malloc.h>
+
+#include <map>
+#include <memory>
 
 #include "TwoGroupSheet.h"
 #include "analysis/Analysis.h"
@@ -14,10 +20,7 @@ namespace {
 
 using synthara::analysis::Analysis;
 using synthara::analysis::ComputeStatus;
-using synthara::sheet::FixedRowCount;
 using synthara::sheet::Sheet;
-
-constexpr int kRows = 100000;
 
 synthara::ports::SilentPrompter prompter;
 
@@ -28,57 +31,65 @@ void ComputeRows(Sheet& sheet) {
     synthara::effectsize::Compute(sheet, first, last, context);
 }
 
-// The computed sheet, made once and shared by the stages after the computation.
-Sheet& ComputedSheet() {
-    static Sheet* sheet = [] {
-        auto* s = new Sheet(prompter);
-        synthara::bench::FillSheet(*s, kRows);
-        ComputeRows(*s);
-        s->FindCols();
-        return s;
-    }();
+// The computed sheet of each size, made once and shared by the stages after
+// the computation.
+Sheet& ComputedSheet(int rows) {
+    static std::map<int, std::unique_ptr<Sheet>> sheets;
+    auto& sheet = sheets[rows];
+    if (!sheet) {
+        sheet = std::make_unique<Sheet>(prompter);
+        synthara::bench::FillSheet(*sheet, rows);
+        ComputeRows(*sheet);
+        sheet->FindCols();
+    }
     return *sheet;
+}
+
+int Rows(const benchmark::State& state) {
+    return static_cast<int>(state.range(0));
 }
 
 void BM_RoadComputeRows(benchmark::State& state) {
     Sheet sheet(prompter);
-    synthara::bench::FillSheet(sheet, kRows);
+    synthara::bench::FillSheet(sheet, Rows(state));
     for (auto _ : state) {
         state.PauseTiming();
         synthara::bench::ForgetFormats(sheet);
         state.ResumeTiming();
         ComputeRows(sheet);
     }
-    state.SetItemsProcessed(state.iterations() * kRows);
+    state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
 void BM_RoadFillWorkingTable(benchmark::State& state) {
-    Sheet& sheet = ComputedSheet();
+    Sheet& sheet = ComputedSheet(Rows(state));
     Analysis analysis(prompter);
     for (auto _ : state) {
         analysis.FillFromSheet(sheet);
-        benchmark::DoNotOptimize(analysis.vs.grid.Rows());
+        benchmark::DoNotOptimize(analysis.vs.Rows());
     }
-    state.SetItemsProcessed(state.iterations() * kRows);
+    state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
-// The first Compute after "Run analyses": rows restored and sorted, summary
-// block, valid rows, the passes of both models, weights.
-void BM_RoadAnalysis(benchmark::State& state) {
-    Sheet& sheet = ComputedSheet();
+// What "Run analyses" costs after the sheet check: the table filled, rows
+// restored and sorted, summary block, valid rows, the passes of both models,
+// weights. `table_MB` is the heap the analysis holds after the run.
+void BM_RoadFillAndAnalysis(benchmark::State& state) {
+    Sheet& sheet = ComputedSheet(Rows(state));
+    const std::size_t before = mallinfo2().uordblks;
     Analysis analysis(prompter);
     for (auto _ : state) {
-        state.PauseTiming();
         analysis.FillFromSheet(sheet);
-        state.ResumeTiming();
         if (analysis.Compute() != ComputeStatus::Done) state.SkipWithError("analysis refused");
     }
-    state.SetItemsProcessed(state.iterations() * kRows);
+    const std::size_t after = mallinfo2().uordblks;
+    state.counters["table_MB"] = static_cast<double>(after - before) / 1e6;
+    state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
 // A Compute after an option change (another confidence level) on the same table.
 void BM_RoadAnalysisAgain(benchmark::State& state) {
-    Sheet& sheet = ComputedSheet();
+    Sheet& sheet = ComputedSheet(Rows(state));
     Analysis analysis(prompter);
     analysis.FillFromSheet(sheet);
     analysis.Compute();
@@ -86,22 +97,22 @@ void BM_RoadAnalysisAgain(benchmark::State& state) {
         analysis.CILevel = analysis.CILevel == 0.95 ? 0.90 : 0.95;
         if (analysis.Compute() != ComputeStatus::Done) state.SkipWithError("analysis refused");
     }
-    state.SetItemsProcessed(state.iterations() * kRows);
+    state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
 // The passes alone: valid rows, run 1 under both models, the copy onto the rows.
 void BM_RoadPasses(benchmark::State& state) {
-    Sheet& sheet = ComputedSheet();
+    Sheet& sheet = ComputedSheet(Rows(state));
     Analysis analysis(prompter);
     analysis.FillFromSheet(sheet);
     analysis.Compute();
     for (auto _ : state)
         analysis.RunPasses();
-    state.SetItemsProcessed(state.iterations() * kRows);
+    state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
 void BM_RoadCollectResult(benchmark::State& state) {
-    Sheet& sheet = ComputedSheet();
+    Sheet& sheet = ComputedSheet(Rows(state));
     Analysis analysis(prompter);
     analysis.FillFromSheet(sheet);
     analysis.Compute();
@@ -109,15 +120,34 @@ void BM_RoadCollectResult(benchmark::State& state) {
         const auto result = synthara::analysis::CollectResult(analysis);
         benchmark::DoNotOptimize(result.studies.size());
     }
-    state.SetItemsProcessed(state.iterations() * kRows);
+    state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
-BENCHMARK(BM_RoadComputeRows)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_RoadFillWorkingTable)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_RoadAnalysis)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_RoadAnalysisAgain)->Unit(benchmark::kMillisecond)->Iterations(3);
-BENCHMARK(BM_RoadPasses)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(BM_RoadCollectResult)->Unit(benchmark::kMillisecond)->Iterations(3);
+constexpr int kSmall = 10000;
+constexpr int kLarge = 100000;
+
+BENCHMARK(BM_RoadComputeRows)->Arg(kLarge)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_RoadFillWorkingTable)
+    ->Arg(kSmall)
+    ->Arg(kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+BENCHMARK(BM_RoadFillAndAnalysis)
+    ->Arg(kSmall)
+    ->Arg(kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+BENCHMARK(BM_RoadAnalysisAgain)
+    ->Arg(kSmall)
+    ->Arg(kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+BENCHMARK(BM_RoadPasses)->Arg(kSmall)->Arg(kLarge)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_RoadCollectResult)
+    ->Arg(kSmall)
+    ->Arg(kLarge)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
 
 }  // namespace
 

@@ -3,12 +3,16 @@
 // each row's point and variance into a summary per group and overall. The
 // state that survives between calls of Compute lives here, as it lives with
 // the analysis window; the numbers of a run live only in `vs`.
+//
+// The sheet handed to FillFromSheet must outlive the Computes that follow:
+// another index reads its point and variance from the sheet's columns.
 #include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "analysis/DisplayVals.h"
+#include "analysis/IndexChoice.h"
 #include "analysis/WorkingTable.h"
 #include "ports/Prompter.h"
 
@@ -52,7 +56,8 @@ class Analysis {
     std::string IndexLabel;     // "Effect measure:  " and the index name
 
     // "Run analyses", steps 1 to 4: numbers EntrySeq in the sheet, takes the
-    // primary index when none is chosen, and hands the sheet to `vs`.
+    // primary index when none is chosen, and fills `vs` in one pass over the
+    // sheet's rows with what a run reads of them.
     void FillFromSheet(sheet::Sheet& sheet);
 
     // The fraction of a level as offered ("95%"); false when not offered.
@@ -60,11 +65,14 @@ class Analysis {
 
     // Rebuilds the table's rows and summary blocks and runs every pass.
     ComputeStatus Compute();
-    // Maps the display index to the computation index and transform and puts
-    // the source keys on the sheet's columns of that index.
+    // Maps the display index to the computation index and transform, finds
+    // the sheet's columns of that index and, when they are others than the
+    // table holds, reads the rows' point and variance from them.
     ComputeStatus FindIndex();
+    // The sheet's columns of the computation index whose values `vs` holds.
+    const IndexColumns& SourceColumns() const { return sources_; }
     // Numbers the visible rows in first..last that hold a point and a
-    // standard error, 1 to k, in `ValidRow`; every other row gets 0.
+    // standard error, 1 to k, in `validRow`; every other row gets 0.
     int SetValidLines(int first, int last);
     // One pass of a run over the table for every model; `pass` is the row
     // left out (run 2) or the last row taken (run 3), ignored for run 1.
@@ -80,20 +88,25 @@ class Analysis {
 
   private:
     void EnsureColumns();
-    void ClearWorkingColumns();
     void RestoreRows();
     void SortRows();
     void RemoveStudies();
     void InsertSummaryBlocks();
-    void LabelBlock(int firstRow, int sourceRow, std::string_view kind, std::string_view group);
+    void LabelBlock(int firstRow, int sourceRow, RowKind kind, Code group);
     void ShowModelRows();
     void SetRowKinds();
     void CopyBlockResults(int run);
+    // Reads every filled row's point and variance from the sheet's columns.
+    void LoadSources();
 
     ports::Prompter& prompter_;
+    const sheet::Sheet* sheet_ = nullptr;  // the sheet of the last FillFromSheet
+    IndexColumns sources_;                 // the columns `vs` holds the values of
     bool busy_ = false;
-    bool computed_ = false;  // a Compute has written into the working columns
 };
+
+// "00001": the entry order as five-digit text, as `EntrySeq` holds it.
+std::string EntrySeqText(int n);
 
 // The sheet's "Run analyses": the sheet check refuses or mends the sheet
 // (empty identifying cells take "Blank"), its rows are tidied, and then the

@@ -1,8 +1,10 @@
 // "Run analyses": how the working table is filled from the sheet.
+#include <algorithm>
 #include <cstdio>
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
+#include "analysis/IndexChoice.h"
 #include "sheet/grid/Sheet.h"
 #include "sheet/rows/SheetCheck.h"
 
@@ -11,13 +13,6 @@ namespace synthara::analysis {
 namespace {
 
 using sheet::MetaRow;
-
-// "00001": the entry order as five-digit text.
-std::string EntrySeqText(int n) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%05d", n);
-    return text;
-}
 
 // The index of the first column marked as the primary index; "" when none.
 std::string PrimaryIndex(const sheet::Sheet& sheet) {
@@ -30,78 +25,129 @@ std::string PrimaryIndex(const sheet::Sheet& sheet) {
     return {};
 }
 
-// A copy of the grid whose columns have room for the total's summary block,
-// so that adding it later moves no cells.
-void CopyGrid(const sheet::Grid& from, sheet::Grid& to) {
-    to.Clear();
-    to.SetFixedRows(from.FixedRows());
-    to.SetFixedCols(from.FixedCols());
-    to.SetDefaultRowHeight(from.RowHeight(-1));
-    to.SetCols(from.Cols());
-    for (int c = 0; c < from.Cols(); ++c) {
-        const sheet::Column& source = from.Col(c);
-        sheet::Column& column = to.Col(c);
-        column.key = source.key;
-        column.width = source.width;
-        column.hidden = source.hidden;
-        column.alignment = source.alignment;
-        column.numberFormat = source.numberFormat;
-        column.cells = source.cells;
-        column.back = source.back;
-        column.dataBack = source.dataBack;
-        column.dataBackEnd = source.dataBackEnd;
-        column.shade = source.shade;
-        column.dataWritten = source.dataWritten;
+// The identifying column of each level, study name first; -1 where none.
+std::array<int, PopulationLevels> PopulationCols(const sheet::Grid& g) {
+    std::array<int, PopulationLevels> cols{};
+    cols.fill(-1);
+    for (std::size_t i = 0; i < cols.size(); ++i) {
+        for (int c = 0; c < g.Cols(); ++c) {
+            if (g.TextIs(MetaRow::Function, c, "Populations") &&
+                g.TextIs(MetaRow::Attribute, c, sheet::PopulationNames[i])) {
+                cols[i] = c;
+                break;
+            }
+        }
     }
-    to.SetRows(from.Rows());
-    for (int r = 0; r < from.Rows(); ++r) {
-        if (from.RowHidden(r)) to.SetRowHidden(r, true);
-        if (from.RowHeight(r) != from.RowHeight(-1)) to.SetRowHeight(r, from.RowHeight(r));
+    return cols;
+}
+
+std::vector<int> DataEntryCols(const sheet::Grid& g) {
+    std::vector<int> cols;
+    for (int c = 0; c < g.Cols(); ++c)
+        if (g.TextIs(MetaRow::Function, c, "Data Entry")) cols.push_back(c);
+    return cols;
+}
+
+// The point and variance of one sheet row, and which of the index's cells it has.
+void ReadSources(const sheet::Grid& g, int sheetRow, const IndexColumns& cols, WorkingTable& vs,
+                 int row) {
+    std::uint8_t present = 0;
+    double point = 0;
+    double variance = 0;
+    if (cols.point >= 0) {
+        const sheet::Cell& cell = g.At(sheetRow, cols.point);
+        if (!cell.IsEmpty()) present |= Source::Point;
+        if (!cell.TryNumber(point)) point = 0;
     }
+    if (cols.se >= 0 && !g.IsBlank(sheetRow, cols.se)) present |= Source::StdErr;
+    if (cols.variance >= 0) {
+        const sheet::Cell& cell = g.At(sheetRow, cols.variance);
+        if (!cell.IsEmpty()) present |= Source::Variance;
+        if (!cell.TryNumber(variance)) variance = 0;
+    }
+    vs.sources[row] = present;
+    vs.point[row] = point;
+    vs.variance[row] = variance;
 }
 
 }  // namespace
 
+std::string EntrySeqText(int n) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%05d", n);
+    return text;
+}
+
 void Analysis::FillFromSheet(sheet::Sheet& sheet) {
-    const int first = WorkingTable::FirstDataRow;
-    if (const int seq = sheet.EntrySeqCol(); seq >= 0) {
-        const int last = sheet.GetLastRow();
-        for (int r = first; r < sheet.Flex().Rows(); ++r)
-            sheet.ClearCell(r, seq);
-        for (int r = first; r <= last; ++r)
-            sheet.SetText(r, seq, EntrySeqText(r - first + 1));
+    const int first = sheet::FixedRowCount;
+    const int last = sheet.GetLastRow();
+    const int seq = sheet.EntrySeqCol();
+    if (seq >= 0) {
+        // Cells that already hold their number are left alone: a repeated
+        // "Run analyses" writes nothing into the sheet.
+        const sheet::Grid& g = sheet.Flex();
+        for (int r = first; r < g.Rows(); ++r) {
+            if (r > last) {
+                if (!g.IsBlank(r, seq)) sheet.ClearCell(r, seq);
+                continue;
+            }
+            std::string text = EntrySeqText(r - first + 1);
+            if (!g.TextIs(r, seq, text)) sheet.SetText(r, seq, std::move(text));
+        }
     }
     if (DisplayIndex.empty()) DisplayIndex = PrimaryIndex(sheet);
 
-    // The whole sheet in one copy: every view of the analysis reads the
-    // sheet's own columns (populations, moderators, counts) from here.
-    vs = WorkingTable();
-    CopyGrid(sheet.Flex(), vs.grid);
-    sheet::Grid& g = vs.grid;
-    for (int r = 1; r < g.FixedRows() && r < g.Rows(); ++r)
-        g.SetRowHidden(r, true);
-    for (int c = 0; c < g.Cols(); ++c) {
-        if (g.TextIs(TableRow::ForestMark, c, "Forest")) {
-            g.SetColWidth(c, ForestWidth);
-            g.ClearCell(MetaRow::ColumnHeader, c);
+    // Every column the run reads is found once; the rows are then read in
+    // one pass, and only those columns of each row.
+    const sheet::Grid& g = sheet.Flex();
+    sheet_ = &sheet;
+    vs.Clear();
+    vs.hasEntrySeq = seq >= 0;
+    const std::array<int, PopulationLevels> pop = PopulationCols(g);
+    for (std::size_t i = 0; i < pop.size(); ++i)
+        vs.levelPresent[i] = pop[i] >= 0;
+    const std::vector<int> entry = DataEntryCols(g);
+    const std::optional<IndexMapping> mapping = MapIndex(DisplayIndex);
+    sources_ = mapping ? FindIndexColumns(g, mapping->computation) : IndexColumns();
+
+    // Rows without identity or data never reach the table: "Run analyses"
+    // deletes them before anything is counted.
+    // Room for every sheet row; cut to the rows kept at the end.
+    vs.SetRows(std::max(g.Rows() - first, 0));
+    int row = 0;
+    vs.texts.Reserve(static_cast<std::size_t>(g.Rows() - first));
+    std::array<Code, PopulationLevels> identity{};
+    for (int r = first; r < g.Rows(); ++r) {
+        bool keep = false;
+        for (std::size_t i = 0; i < pop.size(); ++i) {
+            identity[i] = EmptyText;
+            if (pop[i] < 0 || g.IsBlank(r, pop[i])) continue;
+            const sheet::Cell& cell = g.At(r, pop[i]);
+            identity[i] =
+                cell.IsText() ? vs.texts.Intern(cell.TextView()) : vs.texts.Intern(cell.Text());
+            keep = true;
         }
-        if (g.TextIs(MetaRow::VarName, c, Key::OriginalRow))
-            vs.SetKey(c, std::string(Key::OriginalRow));
-        else if (g.TextIs(MetaRow::VarName, c, Key::ValidRow))
-            vs.SetKey(c, std::string(Key::ValidRow));
+        for (std::size_t i = 0; i < entry.size() && !keep; ++i)
+            keep = !g.IsBlank(r, entry[i]);
+        if (!keep) continue;
+        vs.sheetRow[row] = r;
+        vs.entrySeq[row] = seq >= 0 && r <= last ? r - first + 1 : 0;
+        for (std::size_t i = 0; i < pop.size(); ++i)
+            vs.population[i][row] = identity[i];
+        ReadSources(g, r, sources_, vs, row);
+        ++row;
     }
-
-    // Bookkeeping columns live in the working table only, never in the sheet.
-    for (std::string_view key : BookkeepingKeys)
-        vs.Ensure(key, key, "");
-
-    ColRef original = vs.Ref(Key::OriginalRow);
-    const sheet::Cell word = sheet::Cell::FromText(std::string(Word::Original));
-    for (int r = first; r < g.Rows(); ++r)
-        original.Assign(r, word);
+    vs.SetRows(row);
 
     IndexLabel = "Effect measure:  " + DisplayIndex;
-    computed_ = false;
+}
+
+void Analysis::LoadSources() {
+    if (sheet_ == nullptr) return;
+    const sheet::Grid& g = sheet_->Flex();
+    for (int row = 0; row < vs.Rows(); ++row) {
+        if (vs.sheetRow[row] >= 0) ReadSources(g, vs.sheetRow[row], sources_, vs, row);
+    }
 }
 
 bool Analysis::SetConfidenceLevel(std::string_view level) {

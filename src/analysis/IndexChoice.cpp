@@ -4,8 +4,7 @@
 #include <string>
 
 #include "analysis/Analysis.h"
-#include "analysis/ColumnKeys.h"
-#include "sheet/grid/MetaRows.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
 
@@ -53,6 +52,25 @@ constexpr std::array<IndexRow, 30> kIndexTable = {{
 
 }  // namespace
 
+IndexColumns FindIndexColumns(const sheet::Grid& g, std::string_view computationIndex) {
+    using sheet::MetaRow;
+    IndexColumns cols;
+    for (int c = 0; c < g.Cols(); ++c) {
+        if (!g.TextIs(MetaRow::Function, c, "Display") ||
+            !g.TextIs(MetaRow::IndexName, c, computationIndex))
+            continue;
+        int* col = nullptr;
+        if (g.TextIs(MetaRow::Attribute, c, "Point"))
+            col = &cols.point;
+        else if (g.TextIs(MetaRow::Attribute, c, "StdErr"))
+            col = &cols.se;
+        else if (g.TextIs(MetaRow::Attribute, c, "Variance"))
+            col = &cols.variance;
+        if (col != nullptr && *col < 0) *col = c;
+    }
+    return cols;
+}
+
 std::optional<IndexMapping> MapIndex(std::string_view displayIndex) {
     for (const IndexRow& row : kIndexTable) {
         if (row.display == displayIndex) return row.mapping;
@@ -73,28 +91,13 @@ ComputeStatus Analysis::FindIndex() {
     DisplayTransform = mapping->transform;
     UseMH = mapping->useMH;
 
-    vs.ClearKey(Key::PointSource);
-    vs.ClearKey(Key::SeSource);
-    vs.ClearKey(Key::VarianceSource);
-    using sheet::MetaRow;
-    const sheet::Grid& g = vs.grid;
-    bool found = false;
-    for (int c = 0; c < g.Cols(); ++c) {
-        if (!g.TextIs(MetaRow::Function, c, "Display") ||
-            !g.TextIs(MetaRow::IndexName, c, ComputationIndex))
-            continue;
-        std::string_view key;
-        if (g.TextIs(MetaRow::Attribute, c, "Point"))
-            key = Key::PointSource;
-        else if (g.TextIs(MetaRow::Attribute, c, "StdErr"))
-            key = Key::SeSource;
-        else if (g.TextIs(MetaRow::Attribute, c, "Variance"))
-            key = Key::VarianceSource;
-        else
-            continue;
-        vs.SetKey(c, std::string(key));
-        found = true;
+    if (sheet_ == nullptr) return ComputeStatus::NoIndexColumns;
+    const IndexColumns cols = FindIndexColumns(sheet_->Flex(), ComputationIndex);
+    if (!(cols == sources_)) {
+        sources_ = cols;
+        LoadSources();
     }
+    const bool found = cols.point >= 0 || cols.se >= 0 || cols.variance >= 0;
     return found ? ComputeStatus::Done : ComputeStatus::NoIndexColumns;
 }
 

@@ -3,12 +3,12 @@
 // and written through those references, and the sums are kept in locals.
 #include <algorithm>
 #include <array>
+#include <string>
 #include <vector>
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
 #include "analysis/MetaVals.h"
-#include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
 
@@ -52,48 +52,44 @@ struct BlockSums {
 
 // The columns of one run and model.
 struct ModelCols {
-    ColRef point, variance, tauWithin, tauBetween, totalVariance, mhQ, ivWeight, mhWeight, w1,
+    StatRef point, variance, tauWithin, tauBetween, totalVariance, mhQ, ivWeight, mhWeight, w1,
         rawWeight, pointWt, pointSqWt, wsq, wcu, c, b, q, qdf, i2, k, summaryPoint, summaryVariance,
         groupT2, groupT2Variance;
-    std::array<ColRef, MHTermCount> mh;
+    std::array<StatRef, MHTermCount> mh;
 
     ModelCols(WorkingTable& vs, int run, int model) {
-        const auto ref = [&](std::string_view stem) {
-            return vs.Ref(RunModelKey(stem, run, model));
-        };
-        point = ref(Stem::Point);
-        variance = ref(Stem::Variance);
-        tauWithin = ref(Stem::TauWithin);
-        tauBetween = ref(Stem::TauBetween);
-        totalVariance = ref(Stem::TotalVariance);
-        mhQ = ref(Stem::MHQ);
-        ivWeight = ref(Stem::IVWeight);
-        mhWeight = ref(Stem::MHWeight);
-        w1 = ref(Stem::W1);
-        rawWeight = ref(Stem::RawWeight);
-        pointWt = ref(Stem::PointWt);
-        pointSqWt = ref(Stem::PointSqWt);
-        wsq = ref(Stem::Wsq);
-        wcu = ref(Stem::Wcu);
-        c = ref(Stem::C);
-        b = ref(Stem::B);
-        q = ref(Stem::Q);
-        qdf = ref(Stem::Qdf);
-        i2 = ref(Stem::I2);
-        k = ref(Stem::K);
-        summaryPoint = ref(Stem::SummaryPoint);
-        summaryVariance = ref(Stem::SummaryVariance);
-        groupT2 = ref(Stem::GroupT2);
-        groupT2Variance = ref(Stem::GroupT2Variance);
+        const auto ref = [&](Stat stat) { return vs.Ref(stat, run, model); };
+        point = ref(Stat::Point);
+        variance = ref(Stat::Variance);
+        tauWithin = ref(Stat::TauWithin);
+        tauBetween = ref(Stat::TauBetween);
+        totalVariance = ref(Stat::TotalVariance);
+        mhQ = ref(Stat::MHQ);
+        ivWeight = ref(Stat::IVWeight);
+        mhWeight = ref(Stat::MHWeight);
+        w1 = ref(Stat::W1);
+        rawWeight = ref(Stat::RawWeight);
+        pointWt = ref(Stat::PointWt);
+        pointSqWt = ref(Stat::PointSqWt);
+        wsq = ref(Stat::Wsq);
+        wcu = ref(Stat::Wcu);
+        c = ref(Stat::C);
+        b = ref(Stat::B);
+        q = ref(Stat::Q);
+        qdf = ref(Stat::Qdf);
+        i2 = ref(Stat::I2);
+        k = ref(Stat::K);
+        summaryPoint = ref(Stat::SummaryPoint);
+        summaryVariance = ref(Stat::SummaryVariance);
+        groupT2 = ref(Stat::GroupT2);
+        groupT2Variance = ref(Stat::GroupT2Variance);
         for (std::size_t i = 0; i < mh.size(); ++i)
-            mh[i] = ref(MHStems[i]);
+            mh[i] = ref(static_cast<Stat>(static_cast<std::size_t>(FirstMHStat) + i));
     }
 };
 
-enum class RowKind : unsigned char { Study, Subgroup, Overall };
-
 // Whether run `run` takes a row numbered v in pass `pass`.
-bool Uses(int run, int pass, double v) {
+bool Uses(int run, int pass, int v) {
     switch (run) {
         case 2:
             return v > 0 && v != pass;
@@ -104,31 +100,14 @@ bool Uses(int run, int pass, double v) {
     }
 }
 
-// What one pass needs of every model: row kinds and the blocks' rows.
+// The blocks' "Calculations" rows, found once for all models of a pass.
 struct PassLayout {
-    int first = 0;
-    int last = -1;
-    std::vector<RowKind> kind;  // by row - first
     std::vector<int> calcRows;  // each block's "Calculations" row
-    int totalRow = -1;          // the total's "Calculations" row
-
-    RowKind Kind(int row) const { return kind[static_cast<std::size_t>(row - first)]; }
+    int totalRow = NoRow;       // the total's "Calculations" row
 };
 
-PassLayout Layout(Analysis& a) {
+PassLayout Layout(const Analysis& a) {
     PassLayout p;
-    p.first = WorkingTable::FirstDataRow;
-    p.last = a.vs.LastRow();
-    ColRef temp01 = a.vs.Ref(Key::Temp01);
-    p.kind.reserve(static_cast<std::size_t>(std::max(p.last - p.first + 1, 0)));
-    for (int r = p.first; r <= p.last; ++r) {
-        RowKind k = RowKind::Study;
-        if (temp01.TextIs(r, Word::Subgroup))
-            k = RowKind::Subgroup;
-        else if (temp01.TextIs(r, Word::Overall))
-            k = RowKind::Overall;
-        p.kind.push_back(k);
-    }
     p.calcRows = a.CalculationRows();
     if (!p.calcRows.empty()) p.totalRow = p.calcRows.back();
     return p;
@@ -142,8 +121,8 @@ class ModelPass {
         // Model 1 hands its tau-squared to the random models (2 and 4) through
         // their `Group T^2` cells, before those models run.
         for (int m : {1, 2, 4}) {
-            tauTargets_.push_back({vs.Ref(RunModelKey(Stem::GroupT2, run, m)),
-                                   vs.Ref(RunModelKey(Stem::GroupT2Variance, run, m))});
+            tauTargets_.push_back(
+                {vs.Ref(Stat::GroupT2, run, m), vs.Ref(Stat::GroupT2Variance, run, m)});
         }
     }
 
@@ -242,7 +221,7 @@ class ModelPass {
 
   private:
     struct TauTarget {
-        ColRef t2, variance;
+        StatRef t2, variance;
     };
     ModelCols mc_;
     int model_;
@@ -254,14 +233,12 @@ class ModelPass {
 }  // namespace
 
 int Analysis::SetValidLines(int first, int last) {
-    ColRef valid = vs.Ref(Key::ValidRow);
-    ColRef point = vs.Ref(Key::PointSource);
-    ColRef se = vs.Ref(Key::SeSource);
+    constexpr std::uint8_t needed = Source::Point | Source::StdErr;
     last = std::min(last, vs.LastRow());
     int k = 0;
     for (int r = std::max(first, 0); r <= last; ++r) {
-        const bool isValid = !vs.grid.RowHidden(r) && !point.Blank(r) && !se.Blank(r);
-        valid.Set(r, isValid ? ++k : 0);
+        const bool isValid = vs.hidden[r] == 0 && (vs.sources[r] & needed) == needed;
+        vs.validRow[r] = isValid ? ++k : 0;
     }
     return k;
 }
@@ -270,20 +247,15 @@ int Analysis::SetValidLines(int first, int last) {
 // model 1 leaves the tau-squared that models 2 and 4 use.
 void Analysis::DoMeta(int run, int pass) {
     const PassLayout layout = Layout(*this);
-    ColRef validRow = vs.Ref(Key::ValidRow);
-    ColRef pointSource = vs.Ref(Key::PointSource);
-    ColRef varianceSource = vs.Ref(Key::VarianceSource);
-    ColRef refLineSub = vs.Ref(Key::RefLineSub);
-    ColRef refLineTot = vs.Ref(Key::RefLineTot);
-    const int studyCol = vs.Find(sheet::PopulationNames[0]);
+    const bool named = vs.levelPresent[0];
 
     for (int m = 1; m <= NumberOfModels; ++m) {
         ModelPass model(vs, run, m);
         BlockSums group;
         BlockSums total;
         std::size_t nextCalc = 0;
-        for (int r = layout.first; r <= layout.last; ++r) {
-            const RowKind kind = layout.Kind(r);
+        for (int r = 0; r < vs.Rows(); ++r) {
+            const RowKind kind = vs.kind[r];
             if (kind != RowKind::Study) {
                 if (kind == RowKind::Subgroup && group.K > 0) model.WriteSummary(r, group, false);
                 total.Add(group);
@@ -296,21 +268,22 @@ void Analysis::DoMeta(int run, int pass) {
             }
             while (nextCalc < layout.calcRows.size() && layout.calcRows[nextCalc] < r)
                 ++nextCalc;
-            const int groupRow = nextCalc < layout.calcRows.size() ? layout.calcRows[nextCalc] : -1;
-            const double v = validRow.Get(r);
-            if (run != 1 && v >= 1 && v == pass && studyCol >= 0)
-                PassStudyName = vs.grid.Text(r, studyCol);
+            const int groupRow =
+                nextCalc < layout.calcRows.size() ? layout.calcRows[nextCalc] : NoRow;
+            const int v = vs.validRow[r];
+            if (run != 1 && v >= 1 && v == pass && named)
+                PassStudyName = std::string(vs.PopulationText(0, r));
             if (!Uses(run, pass, v)) continue;
-            refLineSub.Set(r, groupRow);
-            refLineTot.Set(r, layout.totalRow);
-            model.TakeRow(r, pointSource.Get(r), varianceSource.Get(r),
+            vs.refLineSub[r] = groupRow;
+            vs.refLineTot[r] = layout.totalRow;
+            model.TakeRow(r, vs.point[r], vs.variance[r],
                           model.TauWithin(groupRow, layout.totalRow), group);
         }
     }
 }
 
 void Analysis::RunPasses() {
-    ValidCount = SetValidLines(WorkingTable::FirstDataRow, vs.LastRow());
+    ValidCount = SetValidLines(0, vs.LastRow());
     DoMeta(1, 0);
     CopyBlockResults(1);
     // The omit-one and cumulative runs add their k passes here, each followed
@@ -320,23 +293,19 @@ void Analysis::RunPasses() {
 // A study row takes the results of its own block, so that every view can
 // read them on the row.
 void Analysis::CopyBlockResults(int run) {
-    std::vector<ColRef> cols;
+    std::vector<Column<double>*> cols;
     for (int m = 1; m <= NumberOfModels; ++m) {
-        for (std::string_view stem : CopiedStems) {
-            if (ColRef ref = vs.Ref(RunModelKey(stem, run, m))) cols.push_back(ref);
+        for (Stat stat : CopiedStats) {
+            if (Column<double>* col = vs.Find(stat, run, m)) cols.push_back(col);
         }
     }
-    ColRef model = vs.Ref(Key::Model);
-    ColRef temp01 = vs.Ref(Key::Temp01);
-    ColRef validRow = vs.Ref(Key::ValidRow);
-    int block = -1;
-    for (int r = vs.LastRow(); r >= WorkingTable::FirstDataRow; --r) {
-        const bool calculations = model.TextIs(r, Word::Calculations);
-        if (calculations && (temp01.TextIs(r, Word::Subgroup) || temp01.TextIs(r, Word::Overall))) {
+    int block = NoRow;
+    for (int r = vs.LastRow(); r >= 0; --r) {
+        if (vs.IsCalculations(r)) {
             block = r;
-        } else if (!calculations && block >= 0 && validRow.Get(r) > 0) {
-            for (ColRef& col : cols)
-                col.Assign(r, col.At(block));
+        } else if (vs.blockLine[r] != 0 && block >= 0 && vs.validRow[r] > 0) {
+            for (Column<double>* col : cols)
+                (*col)[r] = (*col)[block];
         }
     }
 }

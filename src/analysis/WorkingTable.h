@@ -1,77 +1,138 @@
 #pragma once
-// The working table `vs`: a copy of the sheet's grid with the analysis's own
-// columns and summary rows, its columns found by key without regard to case.
-// Numbers stay doubles in the cells, so results keep full precision between
-// passes; text is read as a number on demand, an empty cell reading as zero.
-#include <string>
+// The working table `vs`: one row per study row the sheet gave and per row of
+// the summary blocks, held as typed columns. It keeps what a run reads of the
+// sheet (the identifying cells as codes of a text pool, the index's point and
+// variance as doubles) and what the passes write (one column of doubles per
+// statistic, run and model), never a copy of the sheet's grid. Rows are
+// numbered from 0; there are no header rows.
+//
+// Adding a column of the rows is one member line: a `Column` made with
+// `list_` follows every change of the rows. A statistic per run and model is
+// one entry of `Stat`.
+#include <array>
+#include <cstdint>
+#include <memory>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "sheet/grid/Grid.h"
-#include "sheet/grid/MetaRows.h"
+#include "analysis/Column.h"
+#include "analysis/ColumnKeys.h"
+#include "analysis/TextPool.h"
 
 namespace synthara::analysis {
 
-// One column resolved for a pass: reads and writes by row, no key lookup.
-// A reference to a column that does not exist reads as empty and drops writes.
-// Adding columns to the table invalidates every reference.
-class ColRef {
+// `Temp01`: what a row is.
+enum class RowKind : std::uint8_t { Study, Subgroup, Overall };
+// `Temp03`: the row kind the views go by; None for a hidden study row.
+enum class RowView : std::uint8_t { None, Study, Subgroup, Overall };
+// `HideCol`: why a row is out of the analysis.
+enum class HideReason : std::uint8_t { None, MissingData };
+std::string_view HideWord(HideReason reason);  // "" or "Missing Data"
+
+// Which of the index's cells a row holds (an empty cell is absent; text that
+// is no number is present and reads as 0).
+namespace Source {
+inline constexpr std::uint8_t Point = 1;
+inline constexpr std::uint8_t StdErr = 2;
+inline constexpr std::uint8_t Variance = 4;
+}  // namespace Source
+
+inline constexpr int NoRow = -1;
+inline constexpr std::int8_t NoLine = -1;  // `blockLine` of a study row
+inline constexpr int PopulationLevels = 5;
+
+// One statistic's column resolved for a pass: a column that was not made
+// reads as empty and drops writes. An empty cell holds NaN and reads as 0.
+class StatRef {
   public:
-    ColRef() = default;
-    explicit ColRef(sheet::Column* column) : column_(column) {}
+    StatRef() = default;
+    explicit StatRef(Column<double>* column) : column_(column) {}
     explicit operator bool() const { return column_ != nullptr; }
 
-    const sheet::Cell& At(int row) const;
-    // The cell's numeric reading; 0 for an empty or non-numeric cell.
+    // The stored value, NaN when empty or not made.
+    double Value(int row) const;
+    // The value as a pass reads it: 0 for an empty cell.
     double Get(int row) const;
-    bool Blank(int row) const { return At(row).IsEmpty(); }
-    bool TextIs(int row, std::string_view text) const { return At(row).TextView() == text; }
-    void Set(int row, double value) { Assign(row, sheet::Cell::FromNumber(value)); }
-    void SetText(int row, std::string_view text) { Assign(row, sheet::Cell::FromText(text)); }
-    // A shared copy of one cell: many rows can hold one text without copies.
-    void Assign(int row, sheet::Cell cell) {
-        if (column_ == nullptr || row < 0) return;
-        column_->dataWritten = true;
-        column_->cells.Set(static_cast<std::size_t>(row), std::move(cell));
+    void Set(int row, double value) {
+        if (column_ != nullptr) (*column_)[row] = value;
     }
-    void Clear(int row) { Assign(row, sheet::Cell()); }
 
   private:
-    sheet::Column* column_ = nullptr;
+    Column<double>* column_ = nullptr;
 };
 
 class WorkingTable {
   public:
-    sheet::Grid grid;
+    WorkingTable() = default;
+    WorkingTable(const WorkingTable&) = delete;
+    WorkingTable& operator=(const WorkingTable&) = delete;
 
-    static constexpr int FirstDataRow = sheet::FixedRowCount;
-    int LastRow() const { return grid.Rows() - 1; }
+    // No rows, no statistics, no texts.
+    void Clear();
 
-    // The column of a key, compared without regard to case; -1 when none.
-    int Find(std::string_view key) const;
-    ColRef Ref(std::string_view key);
-    // The column of a key, appended (hidden, with the title and Function row
-    // given) when the table has none yet.
-    int Ensure(std::string_view key, std::string_view title, std::string_view function);
-    void SetKey(int col, std::string key);
-    // Takes the key off whichever column holds it.
-    void ClearKey(std::string_view key);
-
-    // Text of a cell in the key's column; "" when the column does not exist.
-    std::string Text(int row, std::string_view key) const;
-
-    // Rebuilds the rows from the old ones: new row i is old row source[i], or a
-    // new empty, visible row where source[i] is -1. One move per cell, so
-    // removing and inserting many rows costs one sweep of the table.
+    int Rows() const { return rows_; }
+    int LastRow() const { return rows_ - 1; }
+    // Cut short, or lengthened with blank rows.
+    void SetRows(int rows);
+    // New row i is old row source[i], or a new blank row where source[i] is
+    // -1: removing and inserting many rows is one sweep of each column.
     void RebuildRows(const std::vector<int>& source);
 
-    static std::string FoldKey(std::string_view key);
+    TextPool texts;
+    // Which identifying levels the sheet has a column for, study name first.
+    std::array<bool, PopulationLevels> levelPresent{};
+    bool hasEntrySeq = false;  // the sheet numbers its rows in `EntrySeq`
 
   private:
-    void Reindex() const;
-    mutable std::unordered_map<std::string, int> index_;
-    mutable bool stale_ = true;
+    ColumnList list_;  // made before the columns that join it
+
+  public:
+    // The sheet's row a row was filled from; NoRow on an inserted row
+    // (what `OriginalRow` = "Original" says).
+    Column<int> sheetRow{list_, NoRow};
+    Column<int> entrySeq{list_, 0};  // `EntrySeq`; 0 where the cell was empty
+    std::array<Column<Code>, PopulationLevels> population{
+        Column<Code>(list_, EmptyText), Column<Code>(list_, EmptyText),
+        Column<Code>(list_, EmptyText), Column<Code>(list_, EmptyText),
+        Column<Code>(list_, EmptyText)};
+    Column<Code> groupBy{list_, EmptyText};  // `Group by`
+    Column<std::uint8_t> sources{list_, 0};  // Source:: flags of the index's cells
+    Column<double> point{list_, 0.0};        // through `colPointSource`
+    Column<double> variance{list_, 0.0};     // through `colVarianceSource`
+
+    Column<std::uint8_t> hidden{list_, 0};
+    Column<HideReason> hide{list_, HideReason::None};
+    Column<RowKind> kind{list_, RowKind::Study};
+    // `Model`: the line of a summary block, 0 ("Calculations") to 9.
+    Column<std::int8_t> blockLine{list_, NoLine};
+    Column<RowView> view{list_, RowView::None};
+    Column<int> validRow{list_, 0};        // `ValidRow`
+    Column<int> refLineSub{list_, NoRow};  // `RefLineSub`
+    Column<int> refLineTot{list_, NoRow};  // `RefLineTot`
+
+    std::string_view PopulationText(int level, int row) const {
+        return texts.Text(population[static_cast<std::size_t>(level)][row]);
+    }
+    bool IsCalculations(int row) const {
+        return blockLine[row] == 0 && kind[row] != RowKind::Study;
+    }
+
+    // A statistic's column of one run and model; nullptr until made.
+    Column<double>* Find(Stat stat, int run, int model);
+    const Column<double>* Find(Stat stat, int run, int model) const;
+    // The column of a key ("cQ(1,2)"), read without regard to case.
+    const Column<double>* Find(std::string_view key) const;
+    // The column, made empty at the table's length when there is none yet.
+    Column<double>& Ensure(Stat stat, int run, int model);
+    StatRef Ref(Stat stat, int run, int model) { return StatRef(Find(stat, run, model)); }
+    // Every statistic's column goes; the next Ensure makes it anew.
+    void DropStats();
+
+  private:
+    static std::size_t Slot(Stat stat, int run, int model);
+    int rows_ = 0;
+    std::array<std::unique_ptr<Column<double>>, MaxRuns * MaxModels * StatCount> stats_{};
+    std::vector<Column<double>*> made_;  // the statistics' columns that exist
 };
 
 }  // namespace synthara::analysis

@@ -43,19 +43,18 @@ TEST(FindIndex, KeysTheSourceColumnsOrSaysOops) {
     Fixture f({{"A", 0.1, 0.04}});
     f.analysis.FillFromSheet(f.sheet);
     ASSERT_EQ(f.analysis.FindIndex(), ComputeStatus::Done);
-    const sheet::Grid& g = f.analysis.vs.grid;
-    for (auto [key, attr] : {std::pair{Key::PointSource, "Point"},
-                             {Key::SeSource, "StdErr"},
-                             {Key::VarianceSource, "Variance"}}) {
-        const int col = f.analysis.vs.Find(key);
-        ASSERT_GE(col, 0) << key;
+    const sheet::Grid& g = f.sheet.Flex();
+    const auto& cols = f.analysis.SourceColumns();
+    for (auto [col, attr] :
+         {std::pair{cols.point, "Point"}, {cols.se, "StdErr"}, {cols.variance, "Variance"}}) {
+        ASSERT_GE(col, 0) << attr;
         EXPECT_EQ(g.Text(sheet::MetaRow::IndexName, col), "Log odds ratio");
         EXPECT_EQ(g.Text(sheet::MetaRow::Attribute, col), attr);
     }
     // Another index moves the keys: no column keeps an earlier one.
     f.analysis.DisplayIndex = "Risk ratio";
     ASSERT_EQ(f.analysis.FindIndex(), ComputeStatus::Done);
-    EXPECT_EQ(g.Text(sheet::MetaRow::IndexName, f.analysis.vs.Find(Key::PointSource)),
+    EXPECT_EQ(g.Text(sheet::MetaRow::IndexName, f.analysis.SourceColumns().point),
               "Log risk ratio");
     EXPECT_EQ(f.analysis.DisplayTransform, Transform::Log);
 
@@ -71,12 +70,12 @@ TEST(FindIndex, KeysTheSourceColumnsOrSaysOops) {
 
 TEST(WorkingTable, KeysAreFoundWithoutRegardToCase) {
     WorkingTable vs;
-    vs.grid.SetRows(sheet::FixedRowCount + 1);
-    const int col = vs.Ensure("IV-Weight(1,2)", "IV-Weight", "Calc");
+    vs.SetRows(1);
+    const Column<double>* col = &vs.Ensure(Stat::IVWeight, 1, 2);
     EXPECT_EQ(vs.Find("IV-WEIGHT(1,2)"), col);
-    EXPECT_EQ(vs.Ensure("iv-weight(1,2)", "", ""), col);
-    EXPECT_EQ(vs.grid.Cols(), col + 1);
-    EXPECT_EQ(vs.Find("IV-Weight(1,3)"), -1);
+    EXPECT_EQ(vs.Find("iv-weight(1,2)"), col);
+    EXPECT_EQ(&vs.Ensure(Stat::IVWeight, 1, 2), col);
+    EXPECT_EQ(vs.Find("IV-Weight(1,3)"), nullptr);
 }
 
 TEST(SetValidLines, NumbersVisibleRowsWithPointAndStandardError) {
@@ -94,16 +93,16 @@ TEST(SetValidLines, NumbersVisibleRowsWithPointAndStandardError) {
     EXPECT_FALSE(r.studies[4].valid);
 
     // Numbering alone: every study row shown but one.
+    WorkingTable& vs = f.analysis.vs;
     for (const auto& s : r.studies)
-        f.analysis.vs.grid.SetRowHidden(s.row, s.identity[0] == "D hidden");
-    EXPECT_EQ(f.analysis.SetValidLines(WorkingTable::FirstDataRow, f.analysis.vs.LastRow()), 3);
-    ColRef valid = f.analysis.vs.Ref(Key::ValidRow);
-    const double expected[] = {1, 0, 2, 0, 0, 3};
+        vs.hidden[s.row] = s.identity[0] == "D hidden" ? 1 : 0;
+    EXPECT_EQ(f.analysis.SetValidLines(0, vs.LastRow()), 3);
+    const int expected[] = {1, 0, 2, 0, 0, 3};
     for (std::size_t i = 0; i < r.studies.size(); ++i)
-        EXPECT_EQ(valid.Get(r.studies[i].row), expected[i]) << r.studies[i].identity[0];
+        EXPECT_EQ(vs.validRow[r.studies[i].row], expected[i]) << r.studies[i].identity[0];
     // Summary rows are hidden while rows are numbered: none gets a number.
     for (int calc : f.analysis.CalculationRows())
-        EXPECT_EQ(valid.Get(calc), 0);
+        EXPECT_EQ(vs.validRow[calc], 0);
 }
 
 TEST(Analysis, FixedAndRandomSummariesByTheMethodOfMoments) {
@@ -142,9 +141,9 @@ TEST(Analysis, FixedAndRandomSummariesByTheMethodOfMoments) {
     }
 
     // Each study row carries its block's results.
-    ColRef summary = f.analysis.vs.Ref(RunModelKey(Stem::SummaryPoint, 1, 2));
+    const Column<double>& summary = *f.analysis.vs.Find("Summary Point(1,2)");
     for (const auto& s : r.studies)
-        EXPECT_EQ(summary.Get(s.row), *random->estimate.point);
+        EXPECT_EQ(summary[s.row], *random->estimate.point);
 }
 
 TEST(Analysis, OneStudyHasNoHeterogeneityAndAllTheWeight) {
@@ -171,14 +170,14 @@ TEST(Analysis, OneStudyHasNoHeterogeneityAndAllTheWeight) {
 TEST(Analysis, ComputeAgainRebuildsTheSameBlocks) {
     Fixture f({{"A", 0.1, 0.04}, {"B", std::nullopt, std::nullopt}, {"C", 1.2, 0.16}});
     const AnalysisResult first = f.Run();
-    const int rows = f.analysis.vs.grid.Rows();
+    const int rows = f.analysis.vs.Rows();
 
     // A narrower level and no random row: limits move, the table keeps its shape.
     f.analysis.CILevel = 0.90;
     f.analysis.RunWhich[2] = false;
     ASSERT_EQ(f.analysis.Compute(), ComputeStatus::Done);
     const AnalysisResult again = CollectResult(f.analysis);
-    EXPECT_EQ(f.analysis.vs.grid.Rows(), rows);
+    EXPECT_EQ(f.analysis.vs.Rows(), rows);
     EXPECT_EQ(f.analysis.CalculationRows().size(), 1u);
     ASSERT_EQ(again.summaries.size(), 1u);
     EXPECT_EQ(again.summaries[0].modelWord, "Fixed");
@@ -187,6 +186,22 @@ TEST(Analysis, ComputeAgainRebuildsTheSameBlocks) {
     ASSERT_EQ(again.studies.size(), 3u);
     EXPECT_FALSE(again.studies[1].estimate.point.has_value());
     EXPECT_FALSE(again.studies[1].weightFixed.has_value());
+}
+
+TEST(Analysis, AnotherIndexReadsItsOwnColumnsOfTheSheet) {
+    Fixture f({{"A", 0.1, 0.04}, {"B", 0.5, 0.09}});
+    ASSERT_EQ(f.Run().summaries[0].k, 2);
+    // The sheet's risk-ratio columns are empty: no row has data for it.
+    f.analysis.DisplayIndex = "Risk ratio";
+    ASSERT_EQ(f.analysis.Compute(), ComputeStatus::Done);
+    AnalysisResult r = CollectResult(f.analysis);
+    EXPECT_EQ(r.summaries[0].k, 0);
+    EXPECT_EQ(r.studies[0].hideReason, "Missing Data");
+    f.analysis.DisplayIndex = "Log odds ratio";
+    ASSERT_EQ(f.analysis.Compute(), ComputeStatus::Done);
+    r = CollectResult(f.analysis);
+    EXPECT_EQ(r.summaries[0].k, 2);
+    EXPECT_EQ(*r.studies[1].estimate.point, 0.5);
 }
 
 TEST(Analysis, RowsStandByStudyNameAndEmptyRowsGo) {
@@ -200,11 +215,13 @@ TEST(Analysis, RowsStandByStudyNameAndEmptyRowsGo) {
     EXPECT_EQ(*r.studies[1].estimate.point, 0.5);
     // The empty row went to the end before the rows were numbered; the entry
     // order stays with the rows; the block's first row names the last study.
-    EXPECT_EQ(f.analysis.vs.Text(r.studies[0].row, Key::EntrySeq), "00002");
+    const WorkingTable& vs = f.analysis.vs;
+    EXPECT_EQ(EntrySeqText(vs.entrySeq[r.studies[0].row]), "00002");
     const int total = f.analysis.CalculationRows().back();
-    EXPECT_EQ(f.analysis.vs.Text(total, "Study name"), "Beta");
-    EXPECT_EQ(f.analysis.vs.Text(total + 2, Key::Model), "Random, ignoring grouping");
-    EXPECT_EQ(f.analysis.vs.Text(total + 2, Key::ModelDisplay), "Random");
+    EXPECT_EQ(vs.PopulationText(0, total), "Beta");
+    EXPECT_EQ(ModelLabels[static_cast<std::size_t>(vs.blockLine[total + 2])],
+              "Random, ignoring grouping");
+    EXPECT_EQ(ModelDisplayWord(vs.blockLine[total + 2]), "Random");
 }
 
 TEST(Analysis, NoValidRowLeavesTheBlockEmpty) {
