@@ -12,6 +12,7 @@
 #include "cli/AnalyzeCommand.h"
 #include "cli/ComputeCommand.h"
 #include "cli/ConvertCommand.h"
+#include "sheet/files/Project.h"
 
 namespace synthara::cli {
 namespace {
@@ -98,7 +99,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (analyzeCmd->parsed()) return RunAnalyze(analyze, out, err);
         if (convertCmd->parsed()) return RunConvert(convert, out, err);
     } catch (const std::bad_alloc&) {
-        err << "There is not enough memory for this file\n";
+        err << sheet::NotEnoughMemoryToRead << '\n';
         return ExitRefused;
     } catch (const std::exception&) {
         // The engine reports bad data in its own words; this is the last

@@ -54,11 +54,12 @@ class Document {
 
     // Reads a delimited text file (.csv, .tsv, .txt) or a project or template
     // into a new sheet, takes the computation options it stores and computes
-    // every row. On failure the open project is exactly as it was.
+    // every row. On failure (a folder, a file that does not fit in memory
+    // included) the open project is exactly as it was.
     OpenOutcome Open(const std::filesystem::path& path, const OpenSettings& settings = {});
 
-    // The data rows from the first to the last one that holds anything; the
-    // blank lines of a text file are counted where they stood.
+    // The data rows from the first to the last one that holds anything; a
+    // text file's blank lines are no rows.
     int DataRows() const { return dataRows_; }
 
     // Every data row in order as the sheet shows it, `i` counting from 0 for

@@ -1,5 +1,8 @@
 // Opening a file into the project: a delimited text becomes a sheet as the
 // wizard and typing would make it; a project or template is read whole.
+#include <filesystem>
+#include <new>
+#include <system_error>
 #include <utility>
 
 #include "sheet/files/ProjectFile.h"
@@ -33,6 +36,39 @@ std::string LowerExtension(const std::filesystem::path& path) {
     return ext;
 }
 
+// Reads the file into `fresh`, a sheet no one sees yet, with what the open
+// project takes from it.
+OpenOutcome ReadInto(sheet::Sheet& fresh, sheet::OpenProject& project, int& dataRows,
+                     const std::filesystem::path& path, const OpenSettings& settings) {
+    fresh.InitializeGrid();
+    fresh.Separators = settings.separators;
+    const std::string name = path.string();
+    if (IsProjectFile(path)) {
+        const sheet::FileResult loaded = sheet::LoadProjectFile(fresh, path);
+        if (!loaded.ok) return {OpenStatus::Refused, name + ": " + loaded.message};
+        fresh.Separators = settings.separators;
+        dataRows = DataRowsOf(fresh);
+        if (IsTemplateFile(path)) {
+            project.CurrentTemplatePath = name;
+        } else {
+            project.CurrentFilePath = name;
+            project.CurrentFileTitle = path.filename().string();
+        }
+        return {OpenStatus::Opened, {}};
+    }
+    const sheet::DelimitedResult text = sheet::ReadDelimitedFile(name);
+    if (!text.ok) return {OpenStatus::Refused, text.Describe(name)};
+    const sheet::ImportResult imported =
+        sheet::ImportTable(fresh, text.table, settings.defaultFormat, name);
+    if (!imported.ok)
+        return {imported.optionFault ? OpenStatus::NoFormat : OpenStatus::Refused,
+                imported.message};
+    dataRows = imported.dataRows;
+    // Rows typed in from a file are unsaved work.
+    project.SheetDirty = true;
+    return {OpenStatus::Opened, {}};
+}
+
 }  // namespace
 
 bool IsProjectFile(const std::filesystem::path& path) {
@@ -48,36 +84,20 @@ OpenOutcome Document::Open(const std::filesystem::path& path, const OpenSettings
     if (!settings.defaultFormat.empty() &&
         sheet::FindFormatByAnyName(settings.defaultFormat) == nullptr)
         return {OpenStatus::UnknownFormat, {}};
+    const std::string name = path.string();
+    std::error_code ec;
+    if (std::filesystem::is_directory(path, ec))
+        return {OpenStatus::Refused, name + " is a folder, not a file."};
 
     // The new sheet is built aside and taken only when the whole file was read.
     sheet::Sheet fresh(prompter_);
-    fresh.InitializeGrid();
-    fresh.Separators = settings.separators;
     sheet::OpenProject project;
     int dataRows = 0;
-    const std::string name = path.string();
-    if (IsProjectFile(path)) {
-        const sheet::FileResult loaded = sheet::LoadProjectFile(fresh, path);
-        if (!loaded.ok) return {OpenStatus::Refused, name + ": " + loaded.message};
-        fresh.Separators = settings.separators;
-        dataRows = DataRowsOf(fresh);
-        if (IsTemplateFile(path)) {
-            project.CurrentTemplatePath = name;
-        } else {
-            project.CurrentFilePath = name;
-            project.CurrentFileTitle = path.filename().string();
-        }
-    } else {
-        const sheet::DelimitedResult text = sheet::ReadDelimitedFile(name);
-        if (!text.ok) return {OpenStatus::Refused, text.Describe(name)};
-        const sheet::ImportResult imported =
-            sheet::ImportTable(fresh, text.table, settings.defaultFormat, name);
-        if (!imported.ok)
-            return {imported.optionFault ? OpenStatus::NoFormat : OpenStatus::Refused,
-                    imported.message};
-        dataRows = imported.dataRows;
-        // Rows typed in from a file are unsaved work.
-        project.SheetDirty = true;
+    try {
+        const OpenOutcome read = ReadInto(fresh, project, dataRows, path, settings);
+        if (!read.ok()) return read;
+    } catch (const std::bad_alloc&) {
+        return {OpenStatus::Refused, name + ": " + sheet::NotEnoughMemoryToRead};
     }
 
     sheet_ = std::move(fresh);

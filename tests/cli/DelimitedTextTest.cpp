@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "sheet/import/DelimitedText.h"
@@ -20,7 +22,17 @@ TEST(DelimitedText, SplitsRowsAndFields) {
         {"byte-order mark", "\xEF\xBB\xBFStudy name\nX", ',', {{"Study name"}, {"X"}}, {1, 2}},
         {"quoted , and \"", "\"a,b\",\"say \"\"hi\"\"\"\n", ',', {{"a,b", "say \"hi\""}}, {1}},
         {"breaks in quotes", "\"x\r\ny\",z\nnext\n", ',', {{"x\r\ny", "z"}, {"next"}}, {1, 3}},
-        {"empty fields and lines", "a,,\n\n,b", ',', {{"a", "", ""}, {""}, {"", "b"}}, {1, 2, 3}},
+        {"empty fields and lines", "a,,\n\n,b", ',', {{"a"}, {"", "b"}}, {1, 3}},
+        {"blank and empty-field lines are no rows",
+         "\n\r\n,,,\n\"\",\nx\n\n\ny,,z\n\n",
+         ',',
+         {{"x"}, {"y", "", "z"}},
+         {5, 8}},
+        {"a quoted break keeps the line count",
+         "\"a\n\nb\"\n\n\nc",
+         ',',
+         {{"a\n\nb"}, {"c"}},
+         {1, 6}},
         {"text after a closing quote", "\"ab\"c,d", ',', {{"abc", "d"}}, {1}},
         {"quote inside a plain field", "5\" wide,x", ',', {{"5\" wide", "x"}}, {1}},
         {"tab keeps commas", "a,b\tc\n", '\t', {{"a,b", "c"}}, {1}},
@@ -64,6 +76,34 @@ TEST(DelimitedText, FaultsNameLineAndColumn) {
               "data.csv, line 1, column 1: the quote that opens this field is never closed");
 }
 
+// Blank lines and empty fields are passed over as they are read, so the
+// table holds only what the text holds, whatever its shape.
+TEST(DelimitedText, EmptinessCostsNothing) {
+    std::string blank = "Study name\n";
+    blank.append(1'000'000, '\n');
+    blank += "A\n";
+    const auto lines = ReadDelimitedText(blank, ',');
+    ASSERT_TRUE(lines.ok);
+    ASSERT_EQ(lines.table.rows.size(), 2u);
+    EXPECT_EQ(lines.table.lines, (std::vector<int>{1, 1'000'002}));
+
+    std::string wide(5'000'000, ',');
+    const auto empty = ReadDelimitedText("t\n" + wide + "\n", ',');
+    ASSERT_TRUE(empty.ok);
+    EXPECT_EQ(empty.table.rows, (Rows{{"t"}}));
+    EXPECT_EQ(empty.table.rows.front().capacity(), 1u);
+
+    // Text far out on a row is refused at the bound, not stored.
+    const auto far = ReadDelimitedText(wide + "x", ',');
+    ASSERT_FALSE(far.ok);
+    EXPECT_EQ(far.column, static_cast<int>(MaxDelimitedFields) + 1);
+    EXPECT_EQ(far.message, "the row has more than 16384 fields");
+    const std::string atBound = std::string(MaxDelimitedFields - 1, ',') + "x";
+    const auto last = ReadDelimitedText(atBound, ',');
+    ASSERT_TRUE(last.ok) << last.message;
+    EXPECT_EQ(last.table.rows.front().size(), MaxDelimitedFields);
+}
+
 TEST(DelimitedText, DelimiterFollowsTheExtension) {
     EXPECT_EQ(DelimiterForPath("/tmp/a.csv"), ',');
     EXPECT_EQ(DelimiterForPath("A.CSV"), ',');
@@ -72,10 +112,13 @@ TEST(DelimitedText, DelimiterFollowsTheExtension) {
     EXPECT_EQ(DelimiterForPath("dir.csv/file"), '\t');
 }
 
-TEST(DelimitedText, MissingFileIsAFaultWithoutPlace) {
+TEST(DelimitedText, MissingFileOrFolderIsAFaultWithoutPlace) {
     const auto result = ReadDelimitedFile("/nonexistent/dir/file.csv");
     EXPECT_FALSE(result.ok);
     EXPECT_EQ(result.Describe("file.csv"), "file.csv: the file cannot be opened");
+    const auto folder = ReadDelimitedFile(std::filesystem::temp_directory_path().string());
+    EXPECT_FALSE(folder.ok);
+    EXPECT_EQ(folder.Describe("tmp"), "tmp: it is a folder, not a file");
 }
 
 }  // namespace

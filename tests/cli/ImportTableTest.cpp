@@ -137,27 +137,56 @@ TEST(ImportTable, RoleTitleFeedsEveryFormatThatHasIt) {
         "C,,,,7\n",
         kEventsN);
     ASSERT_TRUE(in.result.ok) << in.result.message;
-    EXPECT_EQ(in.result.dataRows, 4);
+    EXPECT_EQ(in.result.dataRows, 3);
     const int eventsA = in.Col("Data Entry", "Group-A Events", kEventsN);
     const int eventsB = in.Col("Data Entry", "Group-A Events", kEventsNonEvents);
     ASSERT_GE(eventsA, 0);
     ASSERT_GE(eventsB, 0);
     EXPECT_EQ(in.Cell(0, eventsA), "4");
     EXPECT_EQ(in.Cell(0, eventsB), "");
-    EXPECT_EQ(in.Cell(2, eventsB), "6");
-    EXPECT_EQ(in.Cell(2, eventsA), "");
+    EXPECT_EQ(in.Cell(1, eventsB), "6");
+    EXPECT_EQ(in.Cell(1, eventsA), "");
     // Row C's only entry lies in the other block: it keeps the default format
     // and its cell stays out of that block.
-    EXPECT_EQ(in.Cell(3, in.Col("Data Entry", "Group-A Non-events", kEventsNonEvents)), "");
+    EXPECT_EQ(in.Cell(2, in.Col("Data Entry", "Group-A Non-events", kEventsNonEvents)), "");
 
     const int format = in.sheet.FormatCol(), nick = in.sheet.NickNameCol();
     EXPECT_EQ(in.Cell(0, format), kEventsN);
-    EXPECT_EQ(in.Cell(1, format), "");  // the blank line stays a blank row
-    EXPECT_EQ(in.Cell(2, format), kEventsNonEvents);
-    EXPECT_EQ(in.Cell(2, nick), "Cohort 2x2 (All cells)");
-    EXPECT_EQ(in.Cell(3, format), kEventsN);
-    EXPECT_EQ(in.Cell(3, in.sheet.GetCol(0, 1)), "C");
+    EXPECT_EQ(in.Cell(1, format), kEventsNonEvents);
+    EXPECT_EQ(in.Cell(1, nick), "Cohort 2x2 (All cells)");
+    EXPECT_EQ(in.Cell(2, format), kEventsN);
+    EXPECT_EQ(in.Cell(2, in.sheet.GetCol(0, 1)), "C");
     EXPECT_TRUE(in.prompter.shown.empty());
+}
+
+// Blank lines, and lines of empty fields, make no rows wherever they stand;
+// the rows that hold data keep the lines they stand on, for every message.
+TEST(ImportTable, BlankLinesMakeNoRowsAndKeepTheLineNumbers) {
+    const std::string titles = "Study name,Group-A Events,Data format\n";
+    Imported in("\n" + titles + "\n,,\nA,4\n\n\n\nB,6\n,\n\nC,7\n\n", kEventsN);
+    ASSERT_TRUE(in.result.ok) << in.result.message;
+    EXPECT_EQ(in.result.dataRows, 3);
+    EXPECT_EQ(in.result.lines, (std::vector<int>{5, 9, 12}));
+    const int study = in.sheet.GetCol(0, 1);
+    EXPECT_EQ(in.Cell(0, study), "A");
+    EXPECT_EQ(in.Cell(1, study), "B");
+    EXPECT_EQ(in.Cell(2, study), "C");
+    EXPECT_EQ(in.Cell(3, study), "");
+    EXPECT_EQ(in.Cell(2, in.sheet.FormatCol()), kEventsN);
+
+    Imported refused(titles + "\n\nA,4\n\n\nB,5,No such format\n", kEventsN);
+    EXPECT_EQ(refused.result.message,
+              "in.csv, line 7, column 3: unknown data format \"No such format\"");
+
+    // Rows left blank in a table built by hand are passed over the same way.
+    DelimitedTable table;
+    table.rows = {{"Study name"}, {""}, {"A"}, {}, {"B"}};
+    testing::ScriptedPrompter prompter;
+    Sheet sheet(prompter);
+    const ImportResult byHand = ImportTable(sheet, table, kEventsN, "in.csv");
+    ASSERT_TRUE(byHand.ok) << byHand.message;
+    EXPECT_EQ(byHand.lines, (std::vector<int>{3, 5}));
+    EXPECT_EQ(sheet.Flex().Text(FixedRowCount + 1, sheet.GetCol(0, 1)), "B");
 }
 
 TEST(ImportTable, PopulationColumnsAndRoomForRows) {

@@ -2,10 +2,16 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <istream>
+#include <limits>
 #include <memory>
+#include <new>
+#include <streambuf>
 #include <system_error>
 
 #include <fcntl.h>
@@ -54,6 +60,119 @@ bool WriteAll(int fd, const std::uint8_t* data, std::size_t size) {
         size -= static_cast<std::size_t>(n);
     }
     return true;
+}
+
+// Deflate turns at most 1032 bytes out of each byte it reads, so a member can
+// never honestly unpack to more than that many times the archive's own size.
+// Stored members are smaller still, and other methods (which can expand
+// without such a bound) are refused. Whatever the archive declares, the
+// reader inflates no further than this, or than the sheet size a reader
+// accepts, whichever is less.
+constexpr std::uint64_t kMaxDeflateRatio = 1032;
+
+std::uint64_t MostInflated(std::size_t archiveBytes) {
+    const std::uint64_t bytes = archiveBytes;
+    constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
+    return bytes > kMax / kMaxDeflateRatio ? kMax : bytes * kMaxDeflateRatio;
+}
+
+// The member's text, inflated 64 KB at a time as the grid reader asks for
+// it, so that what is held at once is one chunk, whatever the archive says.
+// It stops at the cap and remembers why it stopped.
+class MemberBuffer final : public std::streambuf {
+  public:
+    enum class Stop { None, Damaged, TooLarge };
+
+    MemberBuffer(zip_file_t* file, std::uint64_t cap, std::uint64_t honestCap)
+        : file_(file), cap_(cap), honestCap_(honestCap), chunk_(std::size_t{1} << 16) {}
+
+    Stop Stopped() const { return stop_; }
+
+  protected:
+    int_type underflow() override {
+        if (gptr() < egptr()) return traits_type::to_int_type(*gptr());
+        if (stop_ != Stop::None || ended_) return traits_type::eof();
+        const zip_int64_t n = zip_fread(file_, chunk_.data(), chunk_.size());
+        if (n < 0) {
+            // The checksum or the compressed data is wrong.
+            stop_ = Stop::Damaged;
+            return traits_type::eof();
+        }
+        if (n == 0) {
+            ended_ = true;
+            return traits_type::eof();
+        }
+        inflated_ += static_cast<std::uint64_t>(n);
+        if (inflated_ > cap_) {
+            stop_ = inflated_ > honestCap_ ? Stop::Damaged : Stop::TooLarge;
+            return traits_type::eof();
+        }
+        setg(chunk_.data(), chunk_.data(), chunk_.data() + n);
+        return traits_type::to_int_type(*gptr());
+    }
+
+  private:
+    zip_file_t* file_;
+    std::uint64_t cap_, honestCap_;
+    std::vector<char> chunk_;
+    std::uint64_t inflated_ = 0;
+    bool ended_ = false;
+    Stop stop_ = Stop::None;
+};
+
+FileResult UnpackMember(std::span<const std::uint8_t> archive, Grid& out,
+                        const ReadLimits& limits) {
+    if (archive.empty()) return Failed("The file is empty.");
+    zip_error_t error;
+    zip_error_init(&error);
+    SourcePtr source(zip_source_buffer_create(archive.data(), archive.size(), 0, &error));
+    if (!source) return Failed("The file could not be read.");
+    ZipPtr zip(zip_open_from_source(source.get(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
+    if (!zip) {
+        const int code = zip_error_code_zip(&error);
+        zip_error_fini(&error);
+        // An archive that lost its end still starts like one.
+        const bool startsLikeArchive = archive.size() >= 4 && archive[0] == 'P' &&
+                                       archive[1] == 'K' && archive[2] == 3 && archive[3] == 4;
+        return Failed(code == ZIP_ER_NOZIP && !startsLikeArchive
+                          ? "The file is not a project file."
+                          : "The file is damaged or incomplete.");
+    }
+    source.release();  // the archive owns it now
+    const zip_int64_t members = zip_get_num_entries(zip.get(), 0);
+    if (members < 1) return Failed("The file holds no sheet.");
+    if (members > 1)
+        return Failed("The file is not a readable sheet: it holds more than one member.");
+
+    zip_stat_t stat;
+    zip_stat_init(&stat);
+    if (zip_stat_index(zip.get(), 0, 0, &stat) != 0 || (stat.valid & ZIP_STAT_SIZE) == 0 ||
+        (stat.valid & ZIP_STAT_COMP_METHOD) == 0)
+        return Failed("The file is damaged or incomplete.");
+    if (stat.comp_method != ZIP_CM_STORE && stat.comp_method != ZIP_CM_DEFLATE)
+        return Failed("The file is not a project file.");
+    // The declared size only turns a file away early; it is never what the
+    // reader allocates by.
+    const std::uint64_t honestCap = MostInflated(archive.size());
+    if (stat.size > limits.maxMemberBytes) return Failed("The sheet in the file is too large.");
+    if (stat.size > honestCap) return Failed("The file is damaged or incomplete.");
+    FilePtr member(zip_fopen_index(zip.get(), 0, 0));
+    if (!member) return Failed("The file is damaged or incomplete.");
+
+    MemberBuffer buffer(member.get(), std::min(honestCap, limits.maxMemberBytes), honestCap);
+    std::istream text(&buffer);
+    // The grid reader takes the text to its very end, so the archive checks
+    // the member's checksum before a grid is accepted.
+    const FileResult decoded = DecodeGrid(text, out, limits);
+    switch (buffer.Stopped()) {
+        case MemberBuffer::Stop::None:
+            return decoded;
+        case MemberBuffer::Stop::TooLarge:
+            return Failed("The sheet in the file is too large.");
+        case MemberBuffer::Stop::Damaged:
+            break;
+    }
+    return Failed("The file is damaged or incomplete.");
 }
 
 }  // namespace
@@ -113,50 +232,13 @@ FileResult PackMember(std::string_view memberName, std::string_view text,
 }
 
 FileResult UnpackGrid(std::span<const std::uint8_t> archive, Grid& out, const ReadLimits& limits) {
-    if (archive.empty()) return Failed("The file is empty.");
-    zip_error_t error;
-    zip_error_init(&error);
-    SourcePtr source(zip_source_buffer_create(archive.data(), archive.size(), 0, &error));
-    if (!source) return Failed("The file could not be read.");
-    ZipPtr zip(zip_open_from_source(source.get(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
-    if (!zip) {
-        const int code = zip_error_code_zip(&error);
-        zip_error_fini(&error);
-        // An archive that lost its end still starts like one.
-        const bool startsLikeArchive = archive.size() >= 4 && archive[0] == 'P' &&
-                                       archive[1] == 'K' && archive[2] == 3 && archive[3] == 4;
-        return Failed(code == ZIP_ER_NOZIP && !startsLikeArchive
-                          ? "The file is not a project file."
-                          : "The file is damaged or incomplete.");
-    }
-    source.release();  // the archive owns it now
-    if (zip_get_num_entries(zip.get(), 0) < 1) return Failed("The file holds no sheet.");
-
-    zip_stat_t stat;
-    zip_stat_init(&stat);
-    if (zip_stat_index(zip.get(), 0, 0, &stat) != 0 || (stat.valid & ZIP_STAT_SIZE) == 0)
-        return Failed("The file is damaged or incomplete.");
-    if (stat.size > limits.maxMemberBytes) return Failed("The sheet in the file is too large.");
-    FilePtr member(zip_fopen_index(zip.get(), 0, 0));
-    if (!member) return Failed("The file is damaged or incomplete.");
-
-    std::string text;
     try {
-        text.resize(static_cast<std::size_t>(stat.size));
+        return UnpackMember(archive, out, limits);
     } catch (const std::bad_alloc&) {
-        return Failed("There is not enough memory to read the file.");
-    }
-    zip_uint64_t done = 0;
-    while (done < stat.size) {
-        const zip_int64_t n = zip_fread(member.get(), text.data() + done, stat.size - done);
-        if (n <= 0) return Failed("The file is damaged or incomplete.");
-        done += static_cast<zip_uint64_t>(n);
-    }
-    // Reading on to the end makes the archive check the member's checksum.
-    char extra = 0;
-    if (zip_fread(member.get(), &extra, 1) != 0)
+        return Failed(NotEnoughMemoryToRead);
+    } catch (const std::exception&) {
         return Failed("The file is damaged or incomplete.");
-    return DecodeGrid(text, out, limits);
+    }
 }
 
 FileResult WriteGridFile(const Grid& grid, const std::filesystem::path& path) {
@@ -214,7 +296,7 @@ FileResult ReadGridFile(const std::filesystem::path& path, Grid& out, const Read
     try {
         bytes.resize(static_cast<std::size_t>(size));
     } catch (const std::bad_alloc&) {
-        return Failed("There is not enough memory to read the file.");
+        return Failed(NotEnoughMemoryToRead);
     }
     if (size > 0 &&
         !in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size)))

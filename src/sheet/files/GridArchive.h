@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <iosfwd>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,13 +36,18 @@ std::string EncodeGrid(const Grid& grid);
 // Fills `out` from the member's text. On failure `out` is unspecified and the
 // result says why.
 FileResult DecodeGrid(std::string_view text, Grid& out, const ReadLimits& limits = {});
+// The same from a stream, read as far as the grid's end and then to the
+// stream's end: anything but blanks after the grid is refused.
+FileResult DecodeGrid(std::istream& text, Grid& out, const ReadLimits& limits = {});
 
 // The whole archive in memory, with one member under `memberName`.
 FileResult PackGrid(const Grid& grid, std::string_view memberName, std::vector<std::uint8_t>& out);
 // An archive with one member holding `text`.
 FileResult PackMember(std::string_view memberName, std::string_view text,
                       std::vector<std::uint8_t>& out);
-// Reads the first member of an archive, whatever its name.
+// Reads the archive's one member, whatever its name. The member is inflated
+// as it is read and never beyond what the archive's size allows; an archive
+// with more than one member is refused.
 FileResult UnpackGrid(std::span<const std::uint8_t> archive, Grid& out,
                       const ReadLimits& limits = {});
 

@@ -4,8 +4,11 @@
 // (rows, columns, fixed rows and columns) comes before the rows and columns
 // it sizes, as the writer puts it; entries this version doesn't know are
 // passed over, so that a later version may add some.
+#include <istream>
 #include <limits>
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -120,13 +123,16 @@ class GridReader final : public json::json_sax_t {
                 return true;
             case Where::Columns:
                 if (!object) return Fail("a column is not a record");
-                if (column_ >= out_.Cols())
-                    return Fail("the columns don't match the number of columns");
+                if (column_ >= cols_) return Fail("the columns don't match the number of columns");
+                // A column is made when its record comes, not when the count
+                // is read: a count the file doesn't back costs nothing.
+                out_.SetCols(column_ + 1);
                 columnSeen_ = {};
                 stack_.push_back(Where::Column);
                 return true;
             case Where::Column:
                 if (key_ == "cells" && !object) {
+                    if (columnSeen_.cells) return TwiceInColumn();
                     columnSeen_.cells = true;
                     stack_.push_back(Where::Cells);
                     return true;
@@ -156,7 +162,9 @@ class GridReader final : public json::json_sax_t {
         const bool heights = key_ == "rowHeights";
         if (!object && (heights || key_ == "rowHidden")) {
             if (!Allocate()) return false;
-            (heights ? seen_.heights : seen_.hidden) = true;
+            bool& seen = heights ? seen_.heights : seen_.hidden;
+            if (seen) return Twice();
+            seen = true;
             runsOfHeights_ = heights;
             rowPos_ = 0;
             stack_.push_back(Where::RowRuns);
@@ -164,6 +172,7 @@ class GridReader final : public json::json_sax_t {
         }
         if (!object && key_ == "columns") {
             if (!Allocate()) return false;
+            if (seen_.columns) return Twice();
             seen_.columns = true;
             column_ = 0;
             stack_.push_back(Where::Columns);
@@ -172,6 +181,9 @@ class GridReader final : public json::json_sax_t {
         if (IsRootEntry(key_)) return Fail("the entry \"" + key_ + "\" is malformed");
         return Skip();
     }
+
+    bool Twice() { return Fail("the entry \"" + key_ + "\" appears twice"); }
+    bool TwiceInColumn() { return Fail("a column's \"" + key_ + "\" appears twice"); }
 
     bool Skip() {
         skipDepth_ = 1;
@@ -195,8 +207,7 @@ class GridReader final : public json::json_sax_t {
             case Where::RowRun:
                 return ApplyRowRun();
             case Where::Columns:
-                if (column_ != out_.Cols())
-                    return Fail("the columns don't match the number of columns");
+                if (column_ != cols_) return Fail("the columns don't match the number of columns");
                 return true;
             case Where::Column:
                 return FinishColumn();
@@ -246,6 +257,7 @@ class GridReader final : public json::json_sax_t {
         if (key_ == "format") {
             if (value != Value::Text || *text_ != GridFormatMarker)
                 return Fail("the contents are not a sheet");
+            if (seen_.format) return Twice();
             seen_.format = true;
             return true;
         }
@@ -263,6 +275,7 @@ class GridReader final : public json::json_sax_t {
             if (key_ != w.name) continue;
             if (value != Value::Whole)
                 return Fail("the entry \"" + key_ + "\" is not a whole number");
+            if (*w.seen) return Twice();
             if (allocated_) return Fail("the entry \"" + key_ + "\" comes too late");
             *w.target = whole_;
             *w.seen = true;
@@ -280,18 +293,22 @@ class GridReader final : public json::json_sax_t {
         Column& column = out_.Col(column_);
         if (key_ == "key" || key_ == "numberFormat" || key_ == "align") {
             if (value != Value::Text) return Fail("a column's \"" + key_ + "\" is not text");
+            bool& seen = key_ == "key"            ? columnSeen_.key
+                         : key_ == "numberFormat" ? columnSeen_.numberFormat
+                                                  : columnSeen_.align;
+            if (seen) return TwiceInColumn();
+            seen = true;
             if (key_ == "key") {
                 column.key = std::move(*text_);
             } else if (key_ == "numberFormat") {
                 column.numberFormat = std::move(*text_);
-            } else {
-                if (!ParseAlignment(*text_, column.alignment))
-                    return Fail("a column's alignment is unknown");
-                columnSeen_.align = true;
+            } else if (!ParseAlignment(*text_, column.alignment)) {
+                return Fail("a column's alignment is unknown");
             }
             return true;
         }
         if (key_ == "width") {
+            if (columnSeen_.width) return TwiceInColumn();
             if (value != Value::Whole || whole_ < 0 || whole_ > kMaxExtent)
                 return Fail("a column width is out of range");
             column.width = static_cast<int>(whole_);
@@ -299,6 +316,7 @@ class GridReader final : public json::json_sax_t {
             return true;
         }
         if (key_ == "hidden") {
+            if (columnSeen_.hidden) return TwiceInColumn();
             if (value != Value::Boolean) return Fail("a column's visibility is not true or false");
             column.hidden = boolean_;
             columnSeen_.hidden = true;
@@ -448,7 +466,6 @@ class GridReader final : public json::json_sax_t {
         out_.Clear();
         out_.SetDefaultRowHeight(250);
         out_.SetRows(static_cast<int>(rows_));
-        out_.SetCols(static_cast<int>(cols_));
         out_.SetFixedRows(static_cast<int>(fixedRows_));
         out_.SetFixedCols(static_cast<int>(fixedCols_));
         allocated_ = true;
@@ -486,7 +503,8 @@ class GridReader final : public json::json_sax_t {
              fixedCols = false, heights = false, hidden = false, columns = false;
     } seen_;
     struct ColumnSeen {
-        bool width = false, hidden = false, align = false, cells = false;
+        bool key = false, width = false, hidden = false, align = false, numberFormat = false,
+             cells = false;
     } columnSeen_;
     long long version_ = 0, rows_ = 0, cols_ = 0, fixedRows_ = 0, fixedCols_ = 0;
 
@@ -503,19 +521,36 @@ class GridReader final : public json::json_sax_t {
 
 }  // namespace
 
-FileResult DecodeGrid(std::string_view text, Grid& out, const ReadLimits& limits) {
+namespace {
+
+template <typename Input>
+FileResult Decode(Input&& input, Grid& out, const ReadLimits& limits) {
     GridReader reader(out, limits);
+    bool parsed = false;
     try {
-        json::sax_parse(text.begin(), text.end(), &reader);
+        // Strict: the text must end where the grid ends.
+        parsed = json::sax_parse(std::forward<Input>(input), &reader);
     } catch (const std::bad_alloc&) {
-        return {false, "There is not enough memory to read the file."};
+        return {false, NotEnoughMemoryToRead};
     } catch (const std::exception&) {
         return {false, "The file's contents are damaged."};
     }
-    if (reader.Done()) return {true, {}};
+    if (parsed && reader.Done()) return {true, {}};
+    if (reader.Done())
+        return {false, "The file is not a readable sheet: there is more after its end."};
     if (reader.SyntaxError() || reader.Why().empty())
         return {false, "The file's contents are damaged."};
     return {false, "The file is not a readable sheet: " + reader.Why() + "."};
+}
+
+}  // namespace
+
+FileResult DecodeGrid(std::string_view text, Grid& out, const ReadLimits& limits) {
+    return Decode(text, out, limits);
+}
+
+FileResult DecodeGrid(std::istream& text, Grid& out, const ReadLimits& limits) {
+    return Decode(text, out, limits);
 }
 
 }  // namespace synthara::sheet

@@ -9,6 +9,9 @@ namespace synthara::sheet {
 // Title of the boxes that carry no title of their own.
 inline constexpr const char* ProgramName = "Synthara";
 
+// What every reader says when a file does not fit in memory.
+inline constexpr const char* NotEnoughMemoryToRead = "There is not enough memory to read the file.";
+
 // The outcome of a file operation; `message` says why when it failed.
 struct FileResult {
     bool ok = false;

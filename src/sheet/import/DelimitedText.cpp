@@ -1,10 +1,14 @@
 #include "sheet/import/DelimitedText.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <new>
 #include <sstream>
+
+#include "sheet/files/Project.h"
 
 namespace synthara::sheet {
 namespace {
@@ -50,13 +54,19 @@ class Parser {
     DelimitedResult Run() {
         DelimitedResult result;
         if (text_.substr(0, 3) == "\xEF\xBB\xBF") pos_ = 3;
+        std::vector<std::string> row;
         while (pos_ < text_.size()) {
-            result.table.lines.push_back(line_);
-            result.table.rows.emplace_back();
-            if (!ReadRow(result.table.rows.back(), result)) {
+            const int line = line_;
+            row.clear();
+            if (!ReadRow(row, result)) {
                 result.table = {};
                 return result;
             }
+            // A blank line (or one of empty fields only) is no row: it is
+            // passed over here, so that any number of them costs nothing.
+            if (row.empty()) continue;
+            result.table.lines.push_back(line);
+            result.table.rows.push_back(std::move(row));
         }
         result.ok = true;
         return result;
@@ -71,13 +81,16 @@ class Parser {
         ++line_;
     }
 
+    // Empty fields are only counted: they are stored when text follows them
+    // on the row, so a line of nothing but delimiters costs nothing.
     bool ReadRow(std::vector<std::string>& fields, DelimitedResult& result) {
-        for (;;) {
+        for (std::size_t column = 1;; ++column) {
             const int fieldLine = line_;
-            const int column = static_cast<int>(fields.size()) + 1;
+            const int shown =
+                static_cast<int>(std::min<std::size_t>(column, MaxDelimitedFields + 1));
             std::string field;
             if (pos_ < text_.size() && text_[pos_] == '"') {
-                if (!ReadQuoted(field)) return Fail(result, fieldLine, column, Unclosed());
+                if (!ReadQuoted(field)) return Fail(result, fieldLine, shown, Unclosed());
             }
             ReadPlain(field);
             if (const auto bad = FindInvalidText(field); bad != std::string_view::npos) {
@@ -85,9 +98,16 @@ class Parser {
                     field.begin(), field.begin() + static_cast<std::ptrdiff_t>(bad), '\n');
                 const char* why =
                     field[bad] == '\0' ? "not valid text: it holds a NUL byte" : "not valid text";
-                return Fail(result, fieldLine + static_cast<int>(breaks), column, why);
+                return Fail(result, fieldLine + static_cast<int>(breaks), shown, why);
             }
-            fields.push_back(std::move(field));
+            if (!field.empty()) {
+                if (column > MaxDelimitedFields)
+                    return Fail(
+                        result, fieldLine, shown,
+                        "the row has more than " + std::to_string(MaxDelimitedFields) + " fields");
+                fields.resize(column - 1);
+                fields.push_back(std::move(field));
+            }
             if (pos_ < text_.size() && text_[pos_] == delim_) {
                 ++pos_;
                 continue;
@@ -181,19 +201,35 @@ DelimitedResult ReadDelimitedText(std::string_view bytes, char delimiter) {
 }
 
 DelimitedResult ReadDelimitedFile(const std::string& path) {
+    DelimitedResult result;
+    std::error_code ec;
+    if (std::filesystem::is_directory(path, ec)) {
+        result.message = "it is a folder, not a file";
+        return result;
+    }
     std::ifstream in(path, std::ios::binary);
     if (!in) {
-        DelimitedResult result;
         result.message = "the file cannot be opened";
         return result;
     }
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (in.bad()) {
-        DelimitedResult result;
-        result.message = "the file cannot be read";
+    try {
+        // Read in the file's own size, so the text is never copied while it grows.
+        std::string bytes;
+        const auto size = std::filesystem::file_size(path, ec);
+        if (!ec) bytes.reserve(static_cast<std::size_t>(size));
+        std::array<char, 1 << 16> chunk;
+        while (in.read(chunk.data(), chunk.size()) || in.gcount() > 0)
+            bytes.append(chunk.data(), static_cast<std::size_t>(in.gcount()));
+        if (in.bad()) {
+            result.message = "the file cannot be read";
+            return result;
+        }
+        return ReadDelimitedText(bytes, DelimiterForPath(path));
+    } catch (const std::bad_alloc&) {
+        result = {};
+        result.message = NotEnoughMemoryToRead;
         return result;
     }
-    return ReadDelimitedText(bytes, DelimiterForPath(path));
 }
 
 }  // namespace synthara::sheet

@@ -23,8 +23,11 @@ struct FileColumn {
 
 struct Plan {
     std::vector<FileColumn> columns;
-    int formatColumn = -1;                     // file column of "Data format"
-    std::vector<const FormatDef*> rowFormats;  // nullptr for a blank row
+    int formatColumn = -1;  // file column of "Data format"
+    // The table's rows that hold anything, after the titles: they become the
+    // sheet's rows in order, blank ones left out.
+    std::vector<std::size_t> dataRows;
+    std::vector<const FormatDef*> rowFormats;  // one for each data row
     std::vector<const FormatDef*> used;        // in order of first appearance
 };
 
@@ -156,7 +159,6 @@ bool PlanRows(const DelimitedTable& table, std::string_view fileName, const Form
     for (std::size_t r = 1; r < table.rows.size(); ++r) {
         const auto& row = table.rows[r];
         const int line = LineOf(table, r);
-        const FormatDef* format = nullptr;
         for (std::size_t c = 0; c < row.size(); ++c) {
             if (row[c].empty()) continue;
             if (c >= plan.columns.size() || plan.columns[c].kind == Kind::Skip) {
@@ -165,28 +167,29 @@ bool PlanRows(const DelimitedTable& table, std::string_view fileName, const Form
                 return false;
             }
         }
-        if (!RowIsBlank(row)) {
-            const auto formatCol = static_cast<std::size_t>(plan.formatColumn);
-            const std::string_view cell =
-                plan.formatColumn >= 0 ? Field(row, formatCol) : std::string_view();
-            const int column = plan.formatColumn + 1;
-            if (!Trimmed(cell).empty()) {
-                format = LookUpFormat(cell);
-                if (format == nullptr) {
-                    fault = Refuse(Where(fileName, line, column) + "unknown data format \"" +
-                                   std::string(cell) + "\"");
-                    return false;
-                }
-            } else if (byDefault != nullptr) {
-                format = byDefault;
-            } else {
-                fault = Refuse(Where(fileName, line, plan.formatColumn >= 0 ? column : 0) +
-                               "the row has no data format and no default format was given");
+        if (RowIsBlank(row)) continue;
+        const FormatDef* format = nullptr;
+        const auto formatCol = static_cast<std::size_t>(plan.formatColumn);
+        const std::string_view cell =
+            plan.formatColumn >= 0 ? Field(row, formatCol) : std::string_view();
+        const int column = plan.formatColumn + 1;
+        if (!Trimmed(cell).empty()) {
+            format = LookUpFormat(cell);
+            if (format == nullptr) {
+                fault = Refuse(Where(fileName, line, column) + "unknown data format \"" +
+                               std::string(cell) + "\"");
                 return false;
             }
-            if (std::find(plan.used.begin(), plan.used.end(), format) == plan.used.end())
-                plan.used.push_back(format);
+        } else if (byDefault != nullptr) {
+            format = byDefault;
+        } else {
+            fault = Refuse(Where(fileName, line, plan.formatColumn >= 0 ? column : 0) +
+                           "the row has no data format and no default format was given");
+            return false;
         }
+        if (std::find(plan.used.begin(), plan.used.end(), format) == plan.used.end())
+            plan.used.push_back(format);
+        plan.dataRows.push_back(r);
         plan.rowFormats.push_back(format);
     }
     return true;
@@ -250,7 +253,7 @@ void AddBlock(Sheet& sheet, const FormatDef& format) {
 
 void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     sheet.InitializeGrid();
-    const int wanted = FixedRowCount + static_cast<int>(table.rows.size()) + 80;
+    const int wanted = FixedRowCount + static_cast<int>(plan.dataRows.size()) + 80;
     if (sheet.Flex().Rows() < wanted) {
         sheet.SetRows(wanted);
         sheet.AddRowNumbers();
@@ -264,7 +267,7 @@ void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
         const auto& col = plan.columns[c];
         if (col.kind != Kind::Moderator) continue;
         std::vector<std::string_view> cells;
-        for (std::size_t r = 1; r < table.rows.size(); ++r)
+        for (const std::size_t r : plan.dataRows)
             cells.push_back(Field(table.rows[r], c));
         AddModerator(sheet, at++, col, ModeratorDataType(cells, sheet.Separators));
     }
@@ -315,13 +318,13 @@ void SetRowFormat(Sheet& sheet, int row, const FormatDef& format) {
 
 void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     const Targets targets = FindTargets(sheet, plan);
-    for (std::size_t r = 1; r < table.rows.size(); ++r) {
-        const FormatDef* format = plan.rowFormats[r - 1];
-        if (format == nullptr) continue;
-        const int sheetRow = FixedRowCount + static_cast<int>(r) - 1;
+    const int rows = static_cast<int>(plan.dataRows.size());
+    for (int k = 0; k < rows; ++k) {
+        const FormatDef* format = plan.rowFormats[static_cast<std::size_t>(k)];
+        const int sheetRow = FixedRowCount + k;
         const auto block = static_cast<std::size_t>(
             std::find(plan.used.begin(), plan.used.end(), format) - plan.used.begin());
-        const auto& row = table.rows[r];
+        const auto& row = table.rows[plan.dataRows[static_cast<std::size_t>(k)]];
         for (std::size_t c = 0; c < row.size() && c < plan.columns.size(); ++c) {
             if (row[c].empty()) continue;
             const auto& col = plan.columns[c];
@@ -337,7 +340,7 @@ void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
         SetRowFormat(sheet, sheetRow, *format);
     }
     // Rows with a format are left as they are; this greys the other blocks' cells.
-    sheet.FindFormats(FixedRowCount, FixedRowCount + static_cast<int>(table.rows.size()) - 2);
+    sheet.FindFormats(FixedRowCount, FixedRowCount + rows - 1);
 }
 
 }  // namespace
@@ -384,8 +387,8 @@ ImportResult ImportTable(Sheet& sheet, const DelimitedTable& table, std::string_
 
     ImportResult result;
     result.ok = true;
-    result.dataRows = static_cast<int>(table.rows.size()) - 1;
-    for (std::size_t r = 1; r < table.rows.size(); ++r)
+    result.dataRows = static_cast<int>(plan.dataRows.size());
+    for (const std::size_t r : plan.dataRows)
         result.lines.push_back(LineOf(table, r));
     return result;
 }

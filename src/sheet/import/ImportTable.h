@@ -19,8 +19,9 @@ struct ImportResult {
     // or no format at all), not in a place in the file.
     bool optionFault = false;
     std::string message;
-    // Data rows, blank ones included: row i of the file (0-based, after the
-    // titles) is sheet row FixedRowCount + i and starts on line lines[i].
+    // The rows that hold anything after the titles, blank ones left out: the
+    // i-th of them (0-based) is sheet row FixedRowCount + i and starts on
+    // line lines[i] of the file.
     int dataRows = 0;
     std::vector<int> lines;
 };
