@@ -101,7 +101,7 @@ std::string Percent(double level) {
     return std::to_string(static_cast<int>(level * 100 + 0.5)) + "%";
 }
 
-void PrintStudies(const AnalysisResult& r, std::ostream& out) {
+void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::ostream& out) {
     std::vector<std::vector<std::string>> lines;
     std::vector<std::string> head;
     for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
@@ -112,7 +112,7 @@ void PrintStudies(const AnalysisResult& r, std::ostream& out) {
          {"Point", "Lower limit", "Upper limit", "Weight (Fixed)", "Weight (Random)"})
         head.emplace_back(title);
     lines.push_back(head);
-    for (const auto& s : r.studies) {
+    analysis::ForEachStudy(analysis, [&](const analysis::StudyResult& s) {
         std::vector<std::string> line;
         for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
             if (r.levelPresent[i]) line.push_back(s.identity[i]);
@@ -127,7 +127,7 @@ void PrintStudies(const AnalysisResult& r, std::ostream& out) {
             line.push_back(s.hideReason.empty() ? "Not valid" : s.hideReason);
         }
         lines.push_back(std::move(line));
-    }
+    });
     std::vector<std::size_t> right;
     for (std::size_t k = firstNumber; k < head.size(); ++k)
         right.push_back(k);
@@ -164,15 +164,15 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
     return cmd;
 }
 
-void WriteAnalyzeJson(const AnalysisResult& r, std::ostream& out) {
+void WriteAnalyzeJson(analysis::Analysis& analysis, const AnalysisResult& r, std::ostream& out) {
     JsonWriter json(out);
     json.BeginObject();
     json.Key("ci_level").Number(r.ciLevel);
     json.Key("computation_index").String(r.computationIndex);
     json.Key("index").String(r.index);
     json.Key("studies").BeginArray();
-    for (const auto& s : r.studies)
-        WriteStudy(json, r, s);
+    analysis::ForEachStudy(analysis,
+                           [&](const analysis::StudyResult& s) { WriteStudy(json, r, s); });
     json.EndArray();
     json.Key("summaries").BeginArray();
     for (const auto& s : r.summaries)
@@ -228,21 +228,20 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
             return ExitRefused;
     }
 
-    const AnalysisResult result = analysis::CollectResult(analysis);
-    if (std::none_of(result.studies.begin(), result.studies.end(),
-                     [](const analysis::StudyResult& s) { return s.valid; })) {
+    const AnalysisResult result = analysis::CollectSummaries(analysis);
+    if (!analysis::AnyValidStudy(analysis)) {
         err << "No study has a valid \"" << analysis.DisplayIndex
             << "\": every row lacks the data it needs or was refused (\"compute\" shows each "
                "row's errors)\n";
         return ExitRefused;
     }
     if (args.json) {
-        WriteAnalyzeJson(result, out);
+        WriteAnalyzeJson(analysis, result, out);
         return ExitDone;
     }
     out << analysis.IndexLabel << "  (" << Percent(result.ciLevel)
         << " confidence interval; computed as " << result.computationIndex << ")\n\n";
-    PrintStudies(result, out);
+    PrintStudies(analysis, result, out);
     out << '\n';
     PrintSummaries(result, out);
     return ExitDone;

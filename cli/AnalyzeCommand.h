@@ -29,6 +29,8 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err);
 
 // Writes {"index", "computation_index", "transform", "ci_level", "studies",
 // "summaries"} as one line of JSON, each study as it comes.
-void WriteAnalyzeJson(const analysis::AnalysisResult& result, std::ostream& out);
+// `result` holds the summaries; the studies are read from the analysis.
+void WriteAnalyzeJson(analysis::Analysis& analysis, const analysis::AnalysisResult& result,
+                      std::ostream& out);
 
 }  // namespace synthara::cli

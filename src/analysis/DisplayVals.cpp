@@ -22,7 +22,7 @@ std::string_view TransformWord(Transform transform) {
     return "None";
 }
 
-DisplayVals GetDisplayVals(double variance, double point, Transform transform, double critical) {
+DisplayVals RawVals(double variance, double point, double critical) {
     DisplayVals d;
     if (variance < 0) variance = 0;
     d.variance = variance;
@@ -32,12 +32,20 @@ DisplayVals GetDisplayVals(double variance, double point, Transform transform, d
     d.upper = point + critical * d.se;
     d.z = 0;
     d.p = 1;
-    if (d.se > 0) {
+    if (variance == 0) {
+        d.se = 0;
+        d.lower = d.point;
+        d.upper = d.point;
+    } else if (d.se > 0) {
         d.z = point / d.se;
         // 2 x (1 - F(|z|)), taken from the lower tail so that a large |z|
         // keeps its small p instead of rounding to 0.
         d.p = 2 * stats::VBDNORDF(-std::fabs(d.z));
     }
+    return d;
+}
+
+DisplayVals ToDisplay(DisplayVals d, Transform transform) {
     const auto toDisplay = [transform](double x) {
         switch (transform) {
             case Transform::Log:
@@ -58,15 +66,11 @@ DisplayVals GetDisplayVals(double variance, double point, Transform transform, d
         d.se = 0;
         d.variance = 0;
     }
-    if (variance == 0) {
-        d.se = 0;
-        d.variance = 0;
-        d.lower = d.point;
-        d.upper = d.point;
-        d.z = 0;
-        d.p = 1;
-    }
     return d;
+}
+
+DisplayVals GetDisplayVals(double variance, double point, Transform transform, double critical) {
+    return ToDisplay(RawVals(variance, point, critical), transform);
 }
 
 std::optional<double> ParseConfidenceLevel(std::string_view text) {

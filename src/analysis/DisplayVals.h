@@ -24,6 +24,9 @@ struct DisplayVals {
 // the point and limits taken to the display scale. Under a transform the
 // standard error and variance are returned as 0: they mean nothing there.
 DisplayVals GetDisplayVals(double variance, double point, Transform transform, double critical);
+// The two halves of GetDisplayVals: the computation scale, then the display.
+DisplayVals RawVals(double variance, double point, double critical);
+DisplayVals ToDisplay(DisplayVals raw, Transform transform);
 
 // The levels offered, default "95%".
 inline constexpr std::array<std::string_view, 8> ConfidenceLevels = {"99%", "95%", "90%", "85%",

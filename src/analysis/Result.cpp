@@ -26,27 +26,21 @@ std::optional<double> Root(std::optional<double> value) {
     return std::sqrt(*value);
 }
 
-void CollectStudies(Analysis& a, AnalysisResult& result) {
-    WorkingTable& vs = a.vs;
-    result.levelPresent = vs.levelPresent;
-    StatRef fixed = vs.Ref(Stat::WtPct, 1, 1);
-    StatRef random = vs.Ref(Stat::WtPct, 1, 2);
-    for (int r = 0; r < vs.Rows(); ++r) {
-        if (vs.kind[r] != RowKind::Study) continue;
-        StudyResult s;
-        s.row = r;
-        for (std::size_t i = 0; i < s.identity.size(); ++i)
-            s.identity[i] = std::string(vs.PopulationText(static_cast<int>(i), r));
-        s.valid = vs.validRow[r] > 0;
-        s.hideReason = std::string(HideWord(vs.hide[r]));
-        if (s.valid) {
-            s.estimate =
-                MakeEstimate(vs.point[r], vs.variance[r], a.DisplayTransform, a.CICritical);
-            s.weightFixed = NumberIn(fixed, r);
-            s.weightRandom = NumberIn(random, r);
-        }
-        result.studies.push_back(std::move(s));
+// A study row as data; `fixed` and `random` are the rows' weight percentages.
+StudyResult StudyAt(const Analysis& a, int r, const StatRef& fixed, const StatRef& random) {
+    const WorkingTable& vs = a.vs;
+    StudyResult s;
+    s.row = r;
+    for (std::size_t i = 0; i < s.identity.size(); ++i)
+        s.identity[i] = std::string(vs.PopulationText(static_cast<int>(i), r));
+    s.valid = vs.validRow[r] > 0;
+    s.hideReason = std::string(HideWord(vs.hide[r]));
+    if (s.valid) {
+        s.estimate = MakeEstimate(vs.point[r], vs.variance[r], a.DisplayTransform, a.CICritical);
+        s.weightFixed = NumberIn(fixed, r);
+        s.weightRandom = NumberIn(random, r);
     }
+    return s;
 }
 
 SummaryResult Summary(Analysis& a, int calcRow, int model) {
@@ -76,8 +70,8 @@ SummaryResult Summary(Analysis& a, int calcRow, int model) {
 }  // namespace
 
 Estimate MakeEstimate(double point, double variance, Transform transform, double critical) {
-    const DisplayVals raw = GetDisplayVals(variance, point, Transform::None, critical);
-    const DisplayVals shown = GetDisplayVals(variance, point, transform, critical);
+    const DisplayVals raw = RawVals(variance, point, critical);
+    const DisplayVals shown = ToDisplay(raw, transform);
     Estimate e;
     e.point = Finite(raw.point);
     e.se = Finite(raw.se);
@@ -92,13 +86,28 @@ Estimate MakeEstimate(double point, double variance, Transform transform, double
     return e;
 }
 
-AnalysisResult CollectResult(Analysis& analysis) {
+void ForEachStudy(Analysis& analysis, const std::function<void(const StudyResult&)>& visit) {
+    WorkingTable& vs = analysis.vs;
+    const StatRef fixed = vs.Ref(Stat::WtPct, 1, 1);
+    const StatRef random = vs.Ref(Stat::WtPct, 1, 2);
+    for (int r = 0; r < vs.Rows(); ++r)
+        if (vs.kind[r] == RowKind::Study) visit(StudyAt(analysis, r, fixed, random));
+}
+
+bool AnyValidStudy(const Analysis& analysis) {
+    const WorkingTable& vs = analysis.vs;
+    for (int r = 0; r < vs.Rows(); ++r)
+        if (vs.kind[r] == RowKind::Study && vs.validRow[r] > 0) return true;
+    return false;
+}
+
+AnalysisResult CollectSummaries(Analysis& analysis) {
     AnalysisResult result;
     result.index = analysis.DisplayIndex;
     result.computationIndex = analysis.ComputationIndex;
     result.transform = analysis.DisplayTransform;
     result.ciLevel = analysis.CILevel;
-    CollectStudies(analysis, result);
+    result.levelPresent = analysis.vs.levelPresent;
     const std::vector<int> blocks = analysis.CalculationRows();
     for (int m = 1; m <= analysis.NumberOfModels; ++m) {
         for (int calc : blocks) {
@@ -106,6 +115,12 @@ AnalysisResult CollectResult(Analysis& analysis) {
                 result.summaries.push_back(Summary(analysis, calc, m));
         }
     }
+    return result;
+}
+
+AnalysisResult CollectResult(Analysis& analysis) {
+    AnalysisResult result = CollectSummaries(analysis);
+    ForEachStudy(analysis, [&](const StudyResult& s) { result.studies.push_back(s); });
     return result;
 }
 

@@ -2,6 +2,7 @@
 // The results of an analysis as plain data, read from the working table after
 // a Compute: what the command line prints and the views format.
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -46,13 +47,20 @@ struct AnalysisResult {
     Transform transform = Transform::None;
     double ciLevel = DefaultCILevel;
     std::array<bool, 5> levelPresent{};    // which identifying columns the table has
-    std::vector<StudyResult> studies;      // in display order, valid or not
+    std::vector<StudyResult> studies;      // in display order, valid or not; CollectResult only
     std::vector<SummaryResult> summaries;  // the model rows on show, by model, groups then total
 };
 
 // The point with its limits and test at the critical value, on both scales.
 Estimate MakeEstimate(double point, double variance, Transform transform, double critical);
 
+// Everything but the studies: the table's description and its summaries.
+AnalysisResult CollectSummaries(Analysis& analysis);
+// Each study row in display order, built as it is visited, so that a million
+// studies are written out without a copy of them all.
+void ForEachStudy(Analysis& analysis, const std::function<void(const StudyResult&)>& visit);
+bool AnyValidStudy(const Analysis& analysis);
+// The summaries with every study: for small tables and tests.
 AnalysisResult CollectResult(Analysis& analysis);
 
 }  // namespace synthara::analysis

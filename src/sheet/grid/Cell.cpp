@@ -92,6 +92,12 @@ Cell Cell::FromNumber(double value) {
     return cell;
 }
 
+void Cell::AssignNumber(double value) noexcept {
+    Release();
+    kind_ = Kind::Number;
+    std::memcpy(bytes_, &value, sizeof value);
+}
+
 double Cell::Number() const {
     double value = 0;
     if (kind_ == Kind::Number) std::memcpy(&value, bytes_, sizeof value);

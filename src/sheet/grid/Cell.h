@@ -23,6 +23,8 @@ class Cell {
     ~Cell();
     static Cell FromText(std::string_view text);
     static Cell FromNumber(double value);
+    // Makes the cell the number, in place.
+    void AssignNumber(double value) noexcept;
 
     bool IsEmpty() const { return kind_ == Kind::Empty; }
     bool IsNumber() const { return kind_ == Kind::Number; }

@@ -78,10 +78,8 @@ void Grid::Clear() {
     InvalidateIndex();
 }
 
-const Cell& Grid::At(int row, int col) const {
-    if (!ValidCol(col)) return kEmptyCell;
-    if (row < 0) return kEmptyCell;
-    return cols_[static_cast<std::size_t>(col)].cells[static_cast<std::size_t>(row)];
+const Cell& Grid::EmptyCell() {
+    return kEmptyCell;
 }
 
 void Grid::Set(int row, int col, Cell cell) {
@@ -93,10 +91,6 @@ void Grid::Set(int row, int col, Cell cell) {
     if (!ValidRow(row)) return;
     if (row >= fixedRows_ && !cell.IsEmpty()) column.dataWritten = true;
     column.cells.Set(static_cast<std::size_t>(row), std::move(cell));
-}
-
-bool Grid::DataRowsBlank(int col) const {
-    return ValidCol(col) && !cols_[static_cast<std::size_t>(col)].dataWritten;
 }
 
 void Grid::SetFixedRows(int n) {
@@ -120,7 +114,13 @@ void Grid::SetText(int row, int col, std::string text) {
 }
 
 void Grid::SetNumber(int row, int col, double value) {
-    Set(row, col, Cell::FromNumber(value));
+    // In place: computing a sheet writes tens of numbers a row.
+    ++revision_;
+    if (row < fixedRows_) ++structureRevision_;
+    if (!Valid(row, col)) return;
+    Column& column = cols_[static_cast<std::size_t>(col)];
+    if (row >= fixedRows_) column.dataWritten = true;
+    column.cells.Fill(static_cast<std::size_t>(row))->AssignNumber(value);
 }
 
 void Grid::ClearCell(int row, int col) {
@@ -216,8 +216,7 @@ void Grid::SetDataBackColor(int col, BackColor color) {
     ++revision_;
     if (!ValidCol(col)) return;
     Column& column = cols_[static_cast<std::size_t>(col)];
-    for (int r = fixedRows_; r < rows_; ++r)
-        column.back.Set(static_cast<std::size_t>(r), kNoBackColor);
+    column.back.ClearFrom(static_cast<std::size_t>(std::max(fixedRows_, 0)));
     column.dataBack = color;
     column.dataBackEnd = rows_;
 }

@@ -81,7 +81,10 @@ class Grid {
     // columns up are rebuilt when it moves.
     std::uint64_t StructureRevision() const { return structureRevision_; }
 
-    const Cell& At(int row, int col) const;
+    const Cell& At(int row, int col) const {
+        if (!ValidCol(col) || row < 0) return EmptyCell();
+        return cols_[static_cast<std::size_t>(col)].cells[static_cast<std::size_t>(row)];
+    }
     std::string Text(int row, int col) const { return At(row, col).Text(); }
     void Set(int row, int col, Cell cell);
     void SetText(int row, int col, std::string text);
@@ -90,7 +93,9 @@ class Grid {
     bool IsBlank(int row, int col) const { return At(row, col).IsEmpty(); }
     // True when no data row of the column can hold a value: a whole column
     // of empty results is skipped without reading its cells.
-    bool DataRowsBlank(int col) const;
+    bool DataRowsBlank(int col) const {
+        return ValidCol(col) && !cols_[static_cast<std::size_t>(col)].dataWritten;
+    }
     // Text comparison without building a string for typed text.
     bool TextIs(int row, int col, std::string_view text) const;
 
@@ -143,6 +148,7 @@ class Grid {
     void SortRows(int r1, int r2, int c1, int c2);
 
   private:
+    static const Cell& EmptyCell();
     template <typename T>
     void SetColLook(int col, T Column::*look, T value) {
         if (!ValidCol(col)) return;

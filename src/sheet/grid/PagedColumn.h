@@ -67,6 +67,17 @@ class PagedColumn {
         }
     }
 
+    // The slot of a row about to be given a value that is not empty, for
+    // writing in place; nullptr beyond the end.
+    T* Fill(std::size_t row) {
+        if (row >= size_) return nullptr;
+        auto& slot = pages_[row >> kPageShift];
+        if (!slot) slot = std::make_unique<Page>();
+        T& target = slot->values[row & (kPageRows - 1)];
+        if (IsEmpty(target)) ++slot->used;
+        return &target;
+    }
+
     // New rows are empty; rows cut off are dropped.
     void resize(std::size_t rows) {
         if (rows < size_) {
@@ -75,6 +86,20 @@ class PagedColumn {
         }
         pages_.resize(PageCount(rows));
         size_ = rows;
+    }
+
+    // Empties every row from `first` on; whole pages are given back at once.
+    void ClearFrom(std::size_t first) {
+        for (std::size_t p = first >> kPageShift; p < pages_.size(); ++p) {
+            if (!pages_[p]) continue;
+            const std::size_t base = p * kPageRows;
+            if (base >= first) {
+                pages_[p].reset();
+                continue;
+            }
+            for (std::size_t row = first; row < std::min(base + kPageRows, size_); ++row)
+                Set(row, T{});
+        }
     }
 
     // Takes the value at `from` out and reinserts it so that it ends at `to`.

@@ -3,6 +3,7 @@
 #include "sheet/grid/NumberFormats.h"
 
 #include <algorithm>
+#include <deque>
 #include <string>
 #include <unordered_map>
 
@@ -541,12 +542,19 @@ void Sheet::SynchData() {
     // Studies numbered by first appearance; all rows of one study share it.
     // Without a study-name column each row counts as its own study.
     const int studyCol = GetCol(0, 1);
-    std::unordered_map<std::string, int> studyNumber;
+    // Names are looked at in their cells, which stay put meanwhile; a number
+    // typed as a name is kept as text beside them.
+    std::unordered_map<std::string_view, int> studyNumber;
+    std::deque<std::string> numberNames;
+    studyNumber.reserve(static_cast<std::size_t>(std::max(last - FixedRowCount + 1, 0)));
     int counter = 1;
     for (int r = FixedRowCount; r <= last; ++r) {
         int number = counter;
         if (studyCol >= 0) {
-            auto [it, added] = studyNumber.try_emplace(flex_.Text(r, studyCol), counter);
+            const Cell& cell = flex_.At(r, studyCol);
+            std::string_view name = cell.TextView();
+            if (cell.IsNumber()) name = numberNames.emplace_back(cell.Text());
+            auto [it, added] = studyNumber.try_emplace(name, counter);
             number = it->second;
             if (added) ++counter;
         } else {

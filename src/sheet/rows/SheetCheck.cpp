@@ -4,6 +4,7 @@
 #include <array>
 #include <numeric>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "sheet/rows/RowOrder.h"
@@ -57,8 +58,32 @@ void FillBlanks(Sheet& sheet, const std::array<int, kPopulations>& pops,
 // The first key that a row shares with the next, once the rows are in the
 // grid's ascending order of their identifying cells. A row's key is its five
 // identifying cells joined by ", ", an absent population giving "".
+// Whether two rows could read alike: rows with equal keys have equal hashes,
+// so without a repeated hash there is no duplicate, and the sort that finds
+// which one to name is needed only when there may be.
+bool MayRepeat(const Sheet& sheet, const std::array<int, kPopulations>& pops,
+               const std::vector<int>& rows) {
+    std::unordered_set<std::size_t> seen;
+    seen.reserve(rows.size());
+    std::string key;
+    for (int r : rows) {
+        key.clear();
+        for (std::size_t p = 0; p < kPopulations; ++p) {
+            const Cell& cell = sheet.Flex().At(r, pops[p]);
+            if (p > 0) key += ", ";
+            if (cell.IsNumber())
+                key += cell.Text();
+            else
+                key += cell.TextView();
+        }
+        if (!seen.insert(std::hash<std::string>{}(key)).second) return true;
+    }
+    return false;
+}
+
 bool FindDuplicate(const Sheet& sheet, const std::array<int, kPopulations>& pops,
                    const std::vector<int>& rows, std::string& key) {
+    if (!MayRepeat(sheet, pops, rows)) return false;
     struct Row {
         std::array<SortKey, kPopulations> order;
         std::array<std::string, kPopulations> text;
@@ -106,9 +131,7 @@ ports::Box StudyColumnMissing() {
 
 void RemoveRedBackColor(Sheet& sheet) {
     for (int c : PopulationColumns(sheet)) {
-        if (c < 0) continue;
-        for (int r = FixedRowCount; r < sheet.Flex().Rows(); ++r)
-            sheet.SetCellBackColor(r, c, kNoBackColor);
+        if (c >= 0) sheet.SetDataBackColor(c, kNoBackColor);
     }
 }
 
