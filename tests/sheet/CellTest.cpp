@@ -37,6 +37,29 @@ TEST(CellTest, KindsAndText) {
     EXPECT_FALSE(number == Cell::FromText("0.1"));
 }
 
+// A cell keeps its other kinds in the patterns of negative not-a-numbers; no
+// number, whatever its bits, may read as one of them.
+TEST(CellTest, EveryDoubleStaysANumber) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const double negativeNan = -std::numeric_limits<double>::quiet_NaN();
+    const double signallingNan = -std::numeric_limits<double>::signaling_NaN();
+    for (double value : {0.0, -0.0, 1e-320, -inf, inf, negativeNan, signallingNan,
+                         std::numeric_limits<double>::lowest()}) {
+        const Cell cell = Cell::FromNumber(value);
+        EXPECT_TRUE(cell.IsNumber()) << value;
+        EXPECT_FALSE(cell.IsText() || cell.IsEmpty()) << value;
+        EXPECT_EQ(cell.TextView(), "");
+        if (std::isnan(value)) {
+            EXPECT_TRUE(std::isnan(cell.Number()));
+        } else {
+            EXPECT_EQ(cell.Number(), value);
+        }
+    }
+    Cell reused = Cell::FromText("a text longer than a cell holds");
+    reused.AssignNumber(2.5);
+    EXPECT_EQ(reused.Number(), 2.5);
+}
+
 TEST(CellTest, SharedTextOutlivesItsOwners) {
     Cell a = Cell::FromText("shared");
     Cell b;

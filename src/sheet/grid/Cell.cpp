@@ -1,6 +1,7 @@
 #include "sheet/grid/Cell.h"
 
 #include <atomic>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -10,7 +11,9 @@
 
 namespace synthara::sheet {
 
-static_assert(sizeof(Cell) <= 16, "a cell must stay small: sheets hold millions");
+static_assert(sizeof(Cell) == 8, "a cell must stay small: sheets hold millions");
+static_assert(std::endian::native == std::endian::little,
+              "short text is read from the low bytes of a cell");
 
 struct Cell::SharedText {
     explicit SharedText(std::string_view s) : text(s) {}
@@ -19,25 +22,11 @@ struct Cell::SharedText {
 };
 
 Cell::SharedText* Cell::Shared() const {
-    SharedText* text = nullptr;
-    std::memcpy(&text, bytes_, sizeof text);
-    return text;
+    return reinterpret_cast<SharedText*>(static_cast<std::uintptr_t>(bits_ & kPayload));
 }
 
-void Cell::CopyFrom(const Cell& other) noexcept {
-    std::memcpy(bytes_, other.bytes_, sizeof bytes_);
-    shortLength_ = other.shortLength_;
-    kind_ = other.kind_;
-}
-
-Cell::Cell(const Cell& other) noexcept {
-    CopyFrom(other);
-    if (kind_ == Kind::Shared) Shared()->refs.fetch_add(1, std::memory_order_relaxed);
-}
-
-Cell::Cell(Cell&& other) noexcept {
-    CopyFrom(other);
-    other.kind_ = Kind::Empty;
+Cell::Cell(const Cell& other) noexcept : bits_(other.bits_) {
+    if (IsShared()) Shared()->refs.fetch_add(1, std::memory_order_relaxed);
 }
 
 Cell& Cell::operator=(const Cell& other) noexcept {
@@ -50,23 +39,17 @@ Cell& Cell::operator=(const Cell& other) noexcept {
 
 Cell& Cell::operator=(Cell&& other) noexcept {
     if (this != &other) {
-        Release();
-        CopyFrom(other);
-        other.kind_ = Kind::Empty;
+        if (IsShared()) Release();
+        bits_ = other.bits_;
+        other.bits_ = kEmpty;
     }
     return *this;
 }
 
-Cell::~Cell() {
-    Release();
-}
-
 void Cell::Release() noexcept {
-    if (kind_ == Kind::Shared) {
-        SharedText* text = Shared();
-        if (text->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete text;
-    }
-    kind_ = Kind::Empty;
+    SharedText* text = Shared();
+    if (text->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete text;
+    bits_ = kEmpty;
 }
 
 Cell Cell::FromText(std::string_view text) {
@@ -74,56 +57,49 @@ Cell Cell::FromText(std::string_view text) {
     // Typing nothing leaves the cell empty, so "blank" has one meaning.
     if (text.empty()) return cell;
     if (text.size() <= kShortText) {
-        std::memcpy(cell.bytes_, text.data(), text.size());
-        cell.shortLength_ = static_cast<unsigned char>(text.size());
-        cell.kind_ = Kind::Short;
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, text.data(), text.size());
+        cell.bits_ = ((kTagShort + text.size() - 1) << 48) | bytes;
         return cell;
     }
-    SharedText* shared = new SharedText(text);
-    std::memcpy(cell.bytes_, &shared, sizeof shared);
-    cell.kind_ = Kind::Shared;
+    const auto address = reinterpret_cast<std::uintptr_t>(new SharedText(text));
+    cell.bits_ = (kTagShared << 48) | static_cast<std::uint64_t>(address);
     return cell;
 }
 
 Cell Cell::FromNumber(double value) {
     Cell cell;
-    cell.kind_ = Kind::Number;
-    std::memcpy(cell.bytes_, &value, sizeof value);
+    cell.AssignNumber(value);
     return cell;
 }
 
 void Cell::AssignNumber(double value) noexcept {
-    Release();
-    kind_ = Kind::Number;
-    std::memcpy(bytes_, &value, sizeof value);
+    if (IsShared()) Release();
+    // Every not-a-number is kept as the one positive form, so that the
+    // negative ones are free for the other kinds.
+    if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();
+    bits_ = std::bit_cast<std::uint64_t>(value);
 }
 
 double Cell::Number() const {
-    double value = 0;
-    if (kind_ == Kind::Number) std::memcpy(&value, bytes_, sizeof value);
-    return value;
+    return IsNumber() ? std::bit_cast<double>(bits_) : 0;
 }
 
 std::string Cell::Text() const {
-    if (kind_ == Kind::Number) return FormatNumber(Number());
+    if (IsNumber()) return FormatNumber(Number());
     return std::string(TextView());
 }
 
 std::string_view Cell::TextView() const {
-    switch (kind_) {
-        case Kind::Shared:
-            return Shared()->text;
-        case Kind::Short:
-            return std::string_view(bytes_, shortLength_);
-        case Kind::Number:
-        case Kind::Empty:
-            break;
-    }
+    const std::uint64_t tag = bits_ >> 48;
+    if (tag == kTagShared) return Shared()->text;
+    if (tag >= kTagShort)
+        return std::string_view(reinterpret_cast<const char*>(&bits_), tag - kTagShort + 1);
     return {};
 }
 
 bool Cell::TryNumber(double& out) const {
-    if (kind_ == Kind::Number) {
+    if (IsNumber()) {
         out = Number();
         return true;
     }
@@ -131,13 +107,12 @@ bool Cell::TryNumber(double& out) const {
 }
 
 bool operator==(const Cell& a, const Cell& b) {
-    if (a.IsText() && b.IsText()) return a.TextView() == b.TextView();
-    if (a.kind_ != b.kind_) return false;
-    if (a.kind_ == Cell::Kind::Number) {
+    if (a.IsText() && b.IsText()) return a.bits_ == b.bits_ || a.TextView() == b.TextView();
+    if (a.IsNumber() && b.IsNumber()) {
         const double x = a.Number(), y = b.Number();
         return x == y || (std::isnan(x) && std::isnan(y));
     }
-    return true;
+    return a.bits_ == b.bits_;
 }
 
 std::string FormatNumber(double value) {

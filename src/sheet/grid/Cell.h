@@ -1,34 +1,40 @@
 #pragma once
 // One cell of the grid: empty, the text the user typed, or a computed number.
-// Text is shared and immutable, so copying a long formula trail from one index
-// to its siblings costs a reference, not a copy.
+// Long text is shared and immutable, so copying a cell costs a reference, not
+// a copy of its text.
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace synthara::sheet {
 
-// Sixteen bytes: a sheet can hold tens of millions of cells. A number sits in
-// the cell; so does text of up to kShortText bytes (most typed entries: counts,
-// means, short names); longer text is reached through one counted pointer.
+// Eight bytes: a sheet can hold tens of millions of cells. A cell is a
+// double; its other kinds live in the bit patterns of negative not-a-number
+// values, which no number takes (a number that is not a number is stored in
+// the one positive form). Text of up to kShortText bytes sits in the cell
+// (most typed entries: counts, means, short codes); longer text is reached
+// through one counted pointer.
 class Cell {
   public:
-    static constexpr std::size_t kShortText = 14;
+    static constexpr std::size_t kShortText = 6;
 
     Cell() = default;
     Cell(const Cell& other) noexcept;
-    Cell(Cell&& other) noexcept;
+    Cell(Cell&& other) noexcept : bits_(other.bits_) { other.bits_ = kEmpty; }
     Cell& operator=(const Cell& other) noexcept;
     Cell& operator=(Cell&& other) noexcept;
-    ~Cell();
+    ~Cell() {
+        if (IsShared()) Release();
+    }
     static Cell FromText(std::string_view text);
     static Cell FromNumber(double value);
     // Makes the cell the number, in place.
     void AssignNumber(double value) noexcept;
 
-    bool IsEmpty() const { return kind_ == Kind::Empty; }
-    bool IsNumber() const { return kind_ == Kind::Number; }
-    bool IsText() const { return kind_ == Kind::Shared || kind_ == Kind::Short; }
+    bool IsEmpty() const { return bits_ == kEmpty; }
+    bool IsNumber() const { return (bits_ >> 48) < kTagEmpty; }
+    bool IsText() const { return (bits_ >> 48) > kTagEmpty; }
 
     // The cell as text: typed text as it stands, a number in the shortest form
     // that reads back to the same double, "" when empty.
@@ -44,15 +50,17 @@ class Cell {
 
   private:
     struct SharedText;  // the text with its reference count
-    enum class Kind : unsigned char { Empty, Number, Shared, Short };
+    // The top sixteen bits of a cell that is not a number: empty, shared
+    // text, then short text of 1 to kShortText bytes.
+    static constexpr std::uint64_t kTagEmpty = 0xFFF8, kTagShared = 0xFFF9, kTagShort = 0xFFFA;
+    static constexpr std::uint64_t kEmpty = kTagEmpty << 48;
+    static constexpr std::uint64_t kPayload = (std::uint64_t{1} << 48) - 1;
+
+    bool IsShared() const { return (bits_ >> 48) == kTagShared; }
     void Release() noexcept;
-    void CopyFrom(const Cell& other) noexcept;
     SharedText* Shared() const;
 
-    // The number, the shared text's pointer or the short text's bytes.
-    alignas(8) char bytes_[kShortText] = {};
-    unsigned char shortLength_ = 0;
-    Kind kind_ = Kind::Empty;
+    std::uint64_t bits_ = kEmpty;
 };
 
 // Shortest round-trip text of a double ("0.1", "1e-05", "123").
