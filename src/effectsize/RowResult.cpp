@@ -1,6 +1,7 @@
 #include "effectsize/RowResult.h"
 
 #include "effectsize/Compute.h"
+#include "sheet/catalogue/FormatCatalogue.h"
 #include "sheet/grid/MetaRows.h"
 
 namespace synthara::effectsize {
@@ -87,6 +88,37 @@ std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
     const IndexResult* found = result.Find(index);
     if ((found == nullptr || !found->valid) && !result.errors.empty()) return result.errors;
     return found != nullptr ? found->trail : std::string();
+}
+
+RowResult ShownResult(const sheet::Sheet& sheet, int row) {
+    const sheet::Grid& flex = sheet.Flex();
+    RowResult result;
+    if (const int col = sheet.FormatCol(); col >= 0) result.format = flex.Text(row, col);
+    if (const int col = sheet.ErrorCol(); col >= 0) result.errors = flex.Text(row, col);
+    result.definition = sheet::FindComputedFormat(result.format);
+    const auto& names = sheet::IndexNameTable();
+    const auto& table = sheet.DisplayColTable();
+    const auto number = [&](int col) -> std::optional<double> {
+        if (col <= 0) return std::nullopt;
+        const sheet::Cell& cell = flex.At(row, col);
+        if (!cell.IsNumber()) return std::nullopt;
+        return cell.Number();
+    };
+    for (int i = 1; i <= IndexCount; ++i) {
+        const auto& cols = table[At(i)];
+        if (names[At(i)].empty() || cols[sheet::AttrPoint] <= 0 || cols[sheet::AttrValid] <= 0)
+            continue;
+        const std::optional<double> valid = number(cols[sheet::AttrValid]);
+        if (!valid || *valid == 0) continue;
+        result.hasEntry = true;
+        result.indices.push_back({i,
+                                  true,
+                                  number(cols[sheet::AttrPoint]),
+                                  number(cols[sheet::AttrStdErr]),
+                                  number(cols[sheet::AttrVariance]),
+                                  {}});
+    }
+    return result;
 }
 
 void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result) {

@@ -73,6 +73,11 @@ RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& 
 std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
                         const ComputeOptions& options, ports::Prompter& prompter);
 
+// What a computed row shows, read from its cells without computing again:
+// its format, its errors and the valid indices that have "Point" and "Valid"
+// columns with the numbers their columns hold; no trails and no marks.
+RowResult ShownResult(const sheet::Sheet& sheet, int row);
+
 // Keeps what the sheet shows of a row's results: the valid indices that have
 // "Point" and "Valid" columns, each number only where its column exists.
 void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result);

@@ -74,6 +74,13 @@ CellRange Document::DataArea() const {
 void Document::ForEachRowResult(
     const std::function<void(int i, const effectsize::RowResult&)>& visit,
     effectsize::Trails trails) const {
+    // The rows are computed: their numbers are read back, and only trails,
+    // which are never kept, need the computation again.
+    if (trails == effectsize::Trails::Off) {
+        for (int i = 0; i < dataRows_; ++i)
+            visit(i, effectsize::ShownResult(sheet_, sheet::FixedRowCount + i));
+        return;
+    }
     effectsize::RowEvaluator evaluator(sheet_, options_, prompter_, trails);
     for (int i = 0; i < dataRows_; ++i) {
         effectsize::RowResult result = evaluator.Evaluate(sheet::FixedRowCount + i);

@@ -172,6 +172,21 @@ TEST_F(ComputeOnSheet, EvaluatedRowsMatchWhatComputeWrites) {
             EXPECT_EQ(index->trail, Formula(row, i)) << i;
         }
     }
+    // Read back from the cells, a computed row says what evaluating it says.
+    for (int row = kRow; row <= kRow + 2; ++row) {
+        RowResult evaluated = EvaluateRow(sheet, row, options, prompter);
+        KeepShownIndices(sheet, evaluated);
+        const RowResult shown = ShownResult(sheet, row);
+        EXPECT_EQ(shown.format, evaluated.format);
+        EXPECT_EQ(shown.errors, evaluated.errors);
+        ASSERT_EQ(shown.indices.size(), evaluated.indices.size()) << row;
+        for (std::size_t k = 0; k < shown.indices.size(); ++k) {
+            EXPECT_EQ(shown.indices[k].index, evaluated.indices[k].index);
+            EXPECT_EQ(shown.indices[k].point, evaluated.indices[k].point);
+            EXPECT_EQ(shown.indices[k].stdErr, evaluated.indices[k].stdErr);
+            EXPECT_EQ(shown.indices[k].variance, evaluated.indices[k].variance);
+        }
+    }
     const RowResult empty = EvaluateRow(sheet, kRow + 2, options, prompter);
     EXPECT_FALSE(empty.hasEntry);
     EXPECT_TRUE(empty.indices.empty());
