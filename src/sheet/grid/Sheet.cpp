@@ -536,9 +536,6 @@ void Sheet::SynchData() {
     }
 
     const int last = GetLastRow();
-    for (int r = FixedRowCount; r <= last; ++r)
-        flex_.ClearCell(r, seq);
-
     // Studies numbered by first appearance; all rows of one study share it.
     // Without a study-name column each row counts as its own study.
     const int studyCol = GetCol(0, 1);
@@ -560,7 +557,7 @@ void Sheet::SynchData() {
         } else {
             ++counter;
         }
-        flex_.SetText(r, seq, std::to_string(number));
+        flex_.SetNumber(r, seq, number);
     }
 
     int anchor = seq;

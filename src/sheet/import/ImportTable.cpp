@@ -306,18 +306,27 @@ Targets FindTargets(Sheet& sheet, const Plan& plan) {
 
 // A row's format, block name and merge type, written as the first typed
 // entry cell would write them; set here for every row, since a row's first
-// typed cell may lie in another format's block.
-void SetRowFormat(Sheet& sheet, int row, const FormatDef& format) {
-    if (const int c = sheet.FormatCol(); c >= 0)
-        sheet.SetText(row, c, std::string(format.longName));
-    if (const int c = sheet.NickNameCol(); c >= 0)
-        sheet.SetText(row, c, std::string(format.shortName));
-    if (const int c = sheet.MergeTypeCol(); c >= 0)
-        sheet.SetText(row, c, std::to_string(MergeType(format.longName)));
+// typed cell may lie in another format's block. The cells of one format are
+// made once and shared by its rows.
+struct FormatCells {
+    Cell format, nickName, mergeType;
+    explicit FormatCells(const FormatDef& def)
+        : format(Cell::FromText(def.longName)),
+          nickName(Cell::FromText(def.shortName)),
+          mergeType(Cell::FromText(std::to_string(MergeType(def.longName)))) {}
+};
+
+void SetRowFormat(Sheet& sheet, int row, const FormatCells& cells) {
+    if (const int c = sheet.FormatCol(); c >= 0) sheet.Set(row, c, cells.format);
+    if (const int c = sheet.NickNameCol(); c >= 0) sheet.Set(row, c, cells.nickName);
+    if (const int c = sheet.MergeTypeCol(); c >= 0) sheet.Set(row, c, cells.mergeType);
 }
 
 void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     const Targets targets = FindTargets(sheet, plan);
+    std::vector<FormatCells> formatCells;
+    for (const FormatDef* format : plan.used)
+        formatCells.emplace_back(*format);
     const int rows = static_cast<int>(plan.dataRows.size());
     for (int k = 0; k < rows; ++k) {
         const FormatDef* format = plan.rowFormats[static_cast<std::size_t>(k)];
@@ -329,15 +338,15 @@ void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
             if (row[c].empty()) continue;
             const auto& col = plan.columns[c];
             int at = targets.sheetCol[c];
-            std::string text = row[c];
             if (col.kind == Kind::Role) {
                 const int slot = RoleSlot(*format, col.title);
                 at = slot < 0 ? -1 : targets.entry[block][static_cast<std::size_t>(slot)];
-                text = CellText(col.title, row[c]);
+                if (at > 0) sheet.SetText(sheetRow, at, CellText(col.title, row[c]));
+            } else if (at > 0) {
+                sheet.Set(sheetRow, at, Cell::FromText(row[c]));
             }
-            if (at > 0) sheet.SetText(sheetRow, at, std::move(text));
         }
-        SetRowFormat(sheet, sheetRow, *format);
+        SetRowFormat(sheet, sheetRow, formatCells[block]);
     }
     // Rows with a format are left as they are; this greys the other blocks' cells.
     sheet.FindFormats(FixedRowCount, FixedRowCount + rows - 1);
