@@ -55,7 +55,7 @@ void RefuseNonFinite(WorkingSet& ws) {
             (!ws.HasSpread[At(i)] || (std::isfinite(ws.Es(2, i)) && std::isfinite(ws.Es(3, i))));
         if (finite) continue;
         ws.Es(4, i) = 0.0;
-        AddFormula(ws.EsFormula[At(i)], kNotFinite, "T");
+        if (ws.BuildTrails) AddFormula(ws.EsFormula[At(i)], kNotFinite, "T");
     }
 }
 
@@ -101,9 +101,19 @@ struct PendingRow {
 // of columns.
 void WriteBlock(sheet::Sheet& sheet, std::vector<PendingRow>& block, std::size_t count,
                 const std::vector<IndexColumns>& display) {
+    const sheet::Grid& flex = sheet.Flex();
     for (const auto& index : display) {
         const int i = index.index;
         const bool hasPoint = index.col[1] > 0;
+        // Most of a sheet's indices are not yielded by a block's rows, and
+        // their columns hold nothing to clear: nothing to visit row by row.
+        bool anyValid = false;
+        for (std::size_t k = 0; k < count && !anyValid; ++k)
+            anyValid = block[k].hasEntry && block[k].ws.IsValid(i);
+        bool anyToClear = false;
+        for (int attr = 1; attr <= 5 && !anyToClear; ++attr)
+            anyToClear = index.col[At(attr)] > 0 && !flex.DataRowsBlank(index.col[At(attr)]);
+        if (!anyValid && !anyToClear) continue;
         for (int attr = 1; attr <= 4; ++attr) {
             const int col = index.col[At(attr)];
             if (col <= 0) continue;

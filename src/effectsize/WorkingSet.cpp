@@ -34,8 +34,9 @@ void WorkingSet::Reset() {
         EsResults[static_cast<std::size_t>(k)].fill(kUnset);
     EsResults[4].fill(0.0);
     HasSpread.fill(false);
-    for (auto& trail : EsFormula)
-        trail.clear();
+    if (BuildTrails)
+        for (auto& trail : EsFormula)
+            trail.clear();
     for (auto& mark : EntryMarks)
         mark.clear();
     RowErrors.clear();
