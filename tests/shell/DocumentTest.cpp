@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "sheet/files/ProjectFile.h"
 #include "sheet/grid/MetaRows.h"
 #include "shell/Document.h"
 #include "support/ScriptedPrompter.h"
@@ -126,9 +127,22 @@ TEST_F(DocumentTest, SavingMakesItCleanAndReopeningGivesTheSameResults) {
     EXPECT_FALSE(reopened.Dirty());
     EXPECT_EQ(reopened.DataRows(), 2);
     const int point = DisplayCol(1, sheet::AttrPoint);
-    for (int row = FixedRowCount; row < FixedRowCount + 2; ++row)
-        EXPECT_EQ(reopened.Sheet().Flex().At(row, point).Number(),
-                  document.Sheet().Flex().At(row, point).Number());
+    const sheet::Grid& before = document.Sheet().Flex();
+    const sheet::Grid& after = reopened.Sheet().Flex();
+    for (int row = FixedRowCount; row < FixedRowCount + 2; ++row) {
+        EXPECT_TRUE(before.At(row, point).IsNumber());
+        for (int c = 0; c < before.Cols(); ++c)
+            EXPECT_EQ(after.At(row, c), before.At(row, c)) << row << " " << c;
+        const int formula = DisplayCol(1, sheet::AttrFormula);
+        EXPECT_EQ(reopened.CellText(row, formula), document.CellText(row, formula));
+        EXPECT_NE(document.CellText(row, formula), "");
+    }
+
+    // The file holds the entries; the computed cells are made on opening.
+    sheet::Sheet stored(prompter);
+    ASSERT_TRUE(sheet::LoadProjectFile(stored, path).ok);
+    EXPECT_TRUE(stored.Flex().IsBlank(FixedRowCount, point));
+    EXPECT_EQ(stored.Flex().Text(FixedRowCount, ColumnTitled("Group-A Events")), "4");
 }
 
 TEST_F(DocumentTest, AFailedOpenLeavesTheProjectAsItWas) {

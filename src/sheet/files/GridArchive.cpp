@@ -183,10 +183,11 @@ std::string MemberNameFor(const std::filesystem::path& path) {
     return "C01" + name;
 }
 
-FileResult PackGrid(const Grid& grid, std::string_view memberName, std::vector<std::uint8_t>& out) {
+FileResult PackGrid(const Grid& grid, std::string_view memberName, std::vector<std::uint8_t>& out,
+                    const DerivedCells& derived) {
     std::string text;
     try {
-        text = EncodeGrid(grid);
+        text = EncodeGrid(grid, derived);
     } catch (const std::bad_alloc&) {
         return Failed("There is not enough memory to write the file.");
     }
@@ -241,9 +242,11 @@ FileResult UnpackGrid(std::span<const std::uint8_t> archive, Grid& out, const Re
     }
 }
 
-FileResult WriteGridFile(const Grid& grid, const std::filesystem::path& path) {
+FileResult WriteGridFile(const Grid& grid, const std::filesystem::path& path,
+                         const DerivedCells& derived) {
     std::vector<std::uint8_t> bytes;
-    if (FileResult packed = PackGrid(grid, MemberNameFor(path), bytes); !packed.ok) return packed;
+    if (FileResult packed = PackGrid(grid, MemberNameFor(path), bytes, derived); !packed.ok)
+        return packed;
 
     const std::filesystem::path folder =
         path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");

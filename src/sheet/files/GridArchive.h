@@ -31,8 +31,21 @@ struct ReadLimits {
     int maxCols = 1 << 16;
 };
 
-// The grid as the member's JSON text.
-std::string EncodeGrid(const Grid& grid);
+// Data cells a save may leave out because opening the file makes them again:
+// those of the marked rows in the marked columns. Empty vectors leave out
+// nothing.
+struct DerivedCells {
+    std::vector<bool> cols;
+    std::vector<bool> rows;
+    bool Has(int row, int col) const {
+        return col >= 0 && row >= 0 && static_cast<std::size_t>(col) < cols.size() &&
+               static_cast<std::size_t>(row) < rows.size() && cols[static_cast<std::size_t>(col)] &&
+               rows[static_cast<std::size_t>(row)];
+    }
+};
+
+// The grid as the member's JSON text, without the derived cells.
+std::string EncodeGrid(const Grid& grid, const DerivedCells& derived = {});
 // Fills `out` from the member's text. On failure `out` is unspecified and the
 // result says why.
 FileResult DecodeGrid(std::string_view text, Grid& out, const ReadLimits& limits = {});
@@ -41,7 +54,8 @@ FileResult DecodeGrid(std::string_view text, Grid& out, const ReadLimits& limits
 FileResult DecodeGrid(std::istream& text, Grid& out, const ReadLimits& limits = {});
 
 // The whole archive in memory, with one member under `memberName`.
-FileResult PackGrid(const Grid& grid, std::string_view memberName, std::vector<std::uint8_t>& out);
+FileResult PackGrid(const Grid& grid, std::string_view memberName, std::vector<std::uint8_t>& out,
+                    const DerivedCells& derived = {});
 // An archive with one member holding `text`.
 FileResult PackMember(std::string_view memberName, std::string_view text,
                       std::vector<std::uint8_t>& out);
@@ -58,7 +72,8 @@ std::string MemberNameFor(const std::filesystem::path& path);
 // Writes the archive to a temporary file beside `path` and renames it over
 // `path` only when every byte was written, so a failed save leaves the
 // previous file as it was.
-FileResult WriteGridFile(const Grid& grid, const std::filesystem::path& path);
+FileResult WriteGridFile(const Grid& grid, const std::filesystem::path& path,
+                         const DerivedCells& derived = {});
 // Reads a file written by WriteGridFile into `out`; `out` is untouched on failure.
 FileResult ReadGridFile(const std::filesystem::path& path, Grid& out,
                         const ReadLimits& limits = {});

@@ -181,11 +181,14 @@ void AppendRowRuns(std::string& out, int rows, Get get) {
 }
 
 // Runs of consecutive non-empty cells: [[firstRow, cell, cell, ...], ...].
-void AppendCells(std::string& out, const Column& column) {
+void AppendCells(std::string& out, const Column& column, int col, int fixedRows,
+                 const DerivedCells& derived) {
     out += '[';
     std::size_t next = 0;  // the row after the last one written
     bool open = false;
     column.cells.ForEachSet([&](std::size_t row, const Cell& cell) {
+        const auto r = static_cast<int>(row);
+        if (r >= fixedRows && derived.Has(r, col)) return;
         if (!open || row != next) {
             if (open) out += "],";
             out += '[';
@@ -202,7 +205,7 @@ void AppendCells(std::string& out, const Column& column) {
 
 }  // namespace
 
-std::string EncodeGrid(const Grid& grid) {
+std::string EncodeGrid(const Grid& grid, const DerivedCells& derived) {
     std::string out;
     out.reserve(1 << 16);
     out += R"({"format":)";
@@ -243,7 +246,7 @@ std::string EncodeGrid(const Grid& grid) {
             AppendWord(out, column.numberFormat);
         }
         out += R"(,"cells":)";
-        AppendCells(out, column);
+        AppendCells(out, column, c, grid.FixedRows(), derived);
         out += '}';
         out += '\n';  // one column a line keeps the member readable by eye
     }

@@ -52,9 +52,24 @@ FileResult LoadProjectArchive(Sheet& sheet, std::span<const std::uint8_t> archiv
     return result;
 }
 
-FileResult SaveProjectFile(Sheet& sheet, const std::filesystem::path& path) {
+FileResult SaveProjectFile(Sheet& sheet, const std::filesystem::path& path,
+                           const ComputedFormat& computed) {
     PreSave(sheet);
-    return WriteGridFile(sheet.Flex(), path);
+    DerivedCells derived;
+    const Grid& grid = sheet.Flex();
+    const int formatCol = sheet.FormatCol();
+    if (computed && formatCol >= 0) {
+        derived.cols.resize(static_cast<std::size_t>(grid.Cols()));
+        for (int c = 0; c < grid.Cols(); ++c)
+            derived.cols[static_cast<std::size_t>(c)] =
+                sheet.MetaIs(c, MetaRow::Function, "Display");
+        derived.rows.resize(static_cast<std::size_t>(grid.Rows()));
+        for (int r = grid.FixedRows(); r < grid.Rows(); ++r) {
+            const std::string_view format = grid.At(r, formatCol).TextView();
+            derived.rows[static_cast<std::size_t>(r)] = !format.empty() && computed(format);
+        }
+    }
+    return WriteGridFile(grid, path, derived);
 }
 
 std::string ShowCaption(const OpenProject& project) {

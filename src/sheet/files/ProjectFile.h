@@ -26,9 +26,15 @@ FileResult LoadProjectFile(Sheet& sheet, const std::filesystem::path& path);
 // The same from the archive's bytes.
 FileResult LoadProjectArchive(Sheet& sheet, std::span<const std::uint8_t> archive,
                               const ReadLimits& limits = {});
+// Whether the program computes rows of a format (then its display cells are
+// made again whenever the file is opened).
+using ComputedFormat = std::function<bool(std::string_view format)>;
+
 // Writes the sheet (PreSave, then the grid) to `path`; the previous file
-// survives a failed write.
-FileResult SaveProjectFile(Sheet& sheet, const std::filesystem::path& path);
+// survives a failed write. With `computed`, the display cells of rows whose
+// format it accepts are left out: opening the file computes them again.
+FileResult SaveProjectFile(Sheet& sheet, const std::filesystem::path& path,
+                           const ComputedFormat& computed = {});
 
 // "Data" before the file has a name, otherwise the file's title.
 std::string ShowCaption(const OpenProject& project);
