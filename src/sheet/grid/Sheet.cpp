@@ -354,10 +354,10 @@ void Sheet::AddLetters() {
 void Sheet::AddRowNumbers() {
     const int seq = EntrySeqCol();
     int n = 1;
+    // Numbers read as the same text and need no text of their own.
     for (int r = FixedRowCount; r < flex_.Rows(); ++r, ++n) {
-        std::string number = std::to_string(n);
-        if (seq >= 0) flex_.SetText(r, seq, number);
-        flex_.SetText(r, 0, std::move(number));
+        if (seq >= 0) flex_.SetNumber(r, seq, n);
+        flex_.SetNumber(r, 0, n);
     }
 }
 
