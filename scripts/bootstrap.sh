@@ -8,7 +8,7 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev clang-format
     libboost-math-dev nlohmann-json3-dev libzip-dev pkg-config libcli11-dev
-    libgtest-dev libgmock-dev libbenchmark-dev locales
+    libgtest-dev libgmock-dev libbenchmark-dev libabsl-dev locales
 )
 
 missing=()

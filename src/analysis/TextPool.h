@@ -6,8 +6,9 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include <absl/container/flat_hash_map.h>
 
 namespace synthara::analysis {
 
@@ -31,7 +32,7 @@ class TextPool {
 
   private:
     std::deque<std::string> texts_;  // a deque: the index's views stay valid as it grows
-    std::unordered_map<std::string_view, Code> index_;
+    absl::flat_hash_map<std::string_view, Code> index_;
     mutable std::vector<std::uint32_t> ranks_;
 };
 

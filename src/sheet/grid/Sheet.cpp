@@ -7,6 +7,8 @@
 #include <string>
 #include <unordered_map>
 
+#include <absl/container/flat_hash_map.h>
+
 namespace synthara::sheet {
 
 namespace {
@@ -541,7 +543,7 @@ void Sheet::SynchData() {
     const int studyCol = GetCol(0, 1);
     // Names are looked at in their cells, which stay put meanwhile; a number
     // typed as a name is kept as text beside them.
-    std::unordered_map<std::string_view, int> studyNumber;
+    absl::flat_hash_map<std::string_view, int> studyNumber;
     std::deque<std::string> numberNames;
     studyNumber.reserve(static_cast<std::size_t>(std::max(last - FixedRowCount + 1, 0)));
     int counter = 1;
