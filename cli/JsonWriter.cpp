@@ -94,10 +94,14 @@ JsonWriter::~JsonWriter() {
     Flush();
 }
 
-void JsonWriter::BeginObject() {
+void JsonWriter::Open(char bracket) {
     Separate();
-    buffer_ += '{';
+    buffer_ += bracket;
     empty_.push_back(true);
+}
+
+void JsonWriter::BeginObject() {
+    Open('{');
 }
 
 void JsonWriter::EndObject() {
@@ -105,9 +109,7 @@ void JsonWriter::EndObject() {
 }
 
 void JsonWriter::BeginArray() {
-    Separate();
-    buffer_ += '[';
-    empty_.push_back(true);
+    Open('[');
 }
 
 void JsonWriter::EndArray() {

@@ -50,6 +50,7 @@ class JsonWriter {
     // The comma before a value or key, unless it is the first of its
     // container or follows its key.
     void Separate();
+    void Open(char bracket);
     void Close(char bracket);
     void Quoted(std::string_view text);
 

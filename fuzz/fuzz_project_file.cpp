@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Small bounds keep each run quick; the reading code is the same.
     ReadLimits limits;
     limits.maxMemberBytes = 1 << 20;
-    limits.maxCells = 1 << 20;
+    limits.maxPages = 1 << 12;
     limits.maxRows = 1 << 16;
     limits.maxCols = 1 << 10;
     std::vector<std::uint8_t> packed;

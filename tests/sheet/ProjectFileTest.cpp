@@ -90,6 +90,28 @@ TEST_F(ProjectFileTest, ArchiveKeepsTheWholeLayoutAndNamesItsMember) {
     EXPECT_TRUE(UnpackGrid(bytes, back).ok);
 }
 
+// A sheet's shape costs a pointer per page of rows and column: a million
+// studies on a full sheet's columns are read, a shape no memory holds is not.
+TEST_F(ProjectFileTest, AMillionRowsOfAFullSheetAreRead) {
+    const auto shaped = [](int rows, int cols) {
+        std::string text = R"({"format":"synthara-grid","version":1,"rows":)" +
+                           std::to_string(rows) + R"(,"cols":)" + std::to_string(cols) +
+                           R"(,"fixedRows":1,"fixedCols":0,"rowHeights":[[)" +
+                           std::to_string(rows) + R"(,250]],"rowHidden":[[)" +
+                           std::to_string(rows) + R"(,0]],"columns":[)";
+        for (int c = 0; c < cols; ++c)
+            text += std::string(c > 0 ? "," : "") +
+                    R"({"width":9,"hidden":false,"align":"left","cells":[[999999,"last"]]})";
+        return text + "]}";
+    };
+    Grid g;
+    const FileResult read = DecodeGrid(shaped(1'000'000, 400), g);
+    ASSERT_TRUE(read.ok) << read.message;
+    EXPECT_EQ(g.Text(999'999, 399), "last");
+    EXPECT_EQ(DecodeGrid(shaped(16'000'000, 300), g).message,
+              "The file is not a readable sheet: the sheet is larger than the program can hold.");
+}
+
 TEST_F(ProjectFileTest, EntriesALaterVersionMayAddArePassedOver) {
     const std::string text =
         R"({"format":"synthara-grid","version":1,"note":{"by":["a",{"b":null}]},"rows":2,)"

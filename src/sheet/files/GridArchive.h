@@ -26,7 +26,10 @@ inline constexpr int GridFormatVersion = 1;
 // hostile file can't ask for more memory than a real project needs.
 struct ReadLimits {
     std::uint64_t maxMemberBytes = std::uint64_t{4} << 30;  // unpacked member
-    std::uint64_t maxCells = std::uint64_t{1} << 27;        // rows times columns
+    // A column costs a pointer per page of rows before any cell is read, so
+    // the shape is bounded by pages of rows times columns; cells themselves
+    // cost only where the file holds them.
+    std::uint64_t maxPages = std::uint64_t{1} << 22;
     int maxRows = 1 << 24;
     int maxCols = 1 << 16;
 };

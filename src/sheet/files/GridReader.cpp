@@ -458,8 +458,9 @@ class GridReader final : public json::json_sax_t {
         if (rows_ < 0 || rows_ > limits_.maxRows) return Fail("the number of rows is out of range");
         if (cols_ < 0 || cols_ > limits_.maxCols)
             return Fail("the number of columns is out of range");
-        if (static_cast<std::uint64_t>(rows_) * static_cast<std::uint64_t>(cols_) >
-            limits_.maxCells)
+        const std::uint64_t pageRows = PagedColumn<Cell>::kPageRows;
+        const std::uint64_t pages = (static_cast<std::uint64_t>(rows_) + pageRows - 1) / pageRows;
+        if (pages * static_cast<std::uint64_t>(cols_) > limits_.maxPages)
             return Fail("the sheet is larger than the program can hold");
         if (fixedRows_ < 0 || fixedRows_ > rows_) return Fail("the fixed rows are out of range");
         if (fixedCols_ < 0 || fixedCols_ > cols_) return Fail("the fixed columns are out of range");
