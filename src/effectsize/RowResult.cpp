@@ -90,35 +90,47 @@ std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
     return found != nullptr ? found->trail : std::string();
 }
 
-RowResult ShownResult(const sheet::Sheet& sheet, int row) {
-    const sheet::Grid& flex = sheet.Flex();
-    RowResult result;
-    if (const int col = sheet.FormatCol(); col >= 0) result.format = flex.Text(row, col);
-    if (const int col = sheet.ErrorCol(); col >= 0) result.errors = flex.Text(row, col);
-    result.definition = sheet::FindComputedFormat(result.format);
+ShownReader::ShownReader(const sheet::Sheet& sheet) : sheet_(sheet) {
     const auto& names = sheet::IndexNameTable();
     const auto& table = sheet.DisplayColTable();
+    for (int i = 1; i <= IndexCount; ++i) {
+        const auto& cols = table[At(i)];
+        if (names[At(i)].empty() || cols[sheet::AttrPoint] <= 0 || cols[sheet::AttrValid] <= 0)
+            continue;
+        shown_.push_back({i, cols[sheet::AttrPoint], cols[sheet::AttrStdErr],
+                          cols[sheet::AttrVariance], cols[sheet::AttrValid]});
+    }
+}
+
+RowResult ShownReader::Read(int row) {
+    const sheet::Grid& flex = sheet_.Flex();
+    RowResult result;
+    if (const int col = sheet_.FormatCol(); col >= 0) result.format = flex.Text(row, col);
+    if (const int col = sheet_.ErrorCol(); col >= 0) result.errors = flex.Text(row, col);
+    if (result.format != lastFormat_ || lastDefinition_ == nullptr) {
+        lastFormat_ = result.format;
+        lastDefinition_ = sheet::FindComputedFormat(result.format);
+    }
+    result.definition = lastDefinition_;
     const auto number = [&](int col) -> std::optional<double> {
         if (col <= 0) return std::nullopt;
         const sheet::Cell& cell = flex.At(row, col);
         if (!cell.IsNumber()) return std::nullopt;
         return cell.Number();
     };
-    for (int i = 1; i <= IndexCount; ++i) {
-        const auto& cols = table[At(i)];
-        if (names[At(i)].empty() || cols[sheet::AttrPoint] <= 0 || cols[sheet::AttrValid] <= 0)
-            continue;
-        const std::optional<double> valid = number(cols[sheet::AttrValid]);
+    result.indices.reserve(shown_.size());
+    for (const Columns& c : shown_) {
+        const std::optional<double> valid = number(c.valid);
         if (!valid || *valid == 0) continue;
         result.hasEntry = true;
-        result.indices.push_back({i,
-                                  true,
-                                  number(cols[sheet::AttrPoint]),
-                                  number(cols[sheet::AttrStdErr]),
-                                  number(cols[sheet::AttrVariance]),
-                                  {}});
+        result.indices.push_back(
+            {c.index, true, number(c.point), number(c.stdErr), number(c.variance), {}});
     }
     return result;
+}
+
+RowResult ShownResult(const sheet::Sheet& sheet, int row) {
+    return ShownReader(sheet).Read(row);
 }
 
 void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result) {

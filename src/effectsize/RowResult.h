@@ -73,9 +73,25 @@ RowResult EvaluateRow(const sheet::Sheet& sheet, int row, const ComputeOptions& 
 std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
                         const ComputeOptions& options, ports::Prompter& prompter);
 
-// What a computed row shows, read from its cells without computing again:
-// its format, its errors and the valid indices that have "Point" and "Valid"
-// columns with the numbers their columns hold; no trails and no marks.
+// What computed rows show, read from their cells without computing again:
+// the format, the errors and the valid indices that have "Point" and "Valid"
+// columns with the numbers their columns hold; no trails and no marks. The
+// columns are looked up once for all rows read.
+class ShownReader {
+  public:
+    explicit ShownReader(const sheet::Sheet& sheet);
+    RowResult Read(int row);
+
+  private:
+    struct Columns {
+        int index = 0;
+        int point = -1, stdErr = -1, variance = -1, valid = -1;
+    };
+    const sheet::Sheet& sheet_;
+    std::vector<Columns> shown_;
+    std::string lastFormat_;
+    const sheet::FormatDef* lastDefinition_ = nullptr;
+};
 RowResult ShownResult(const sheet::Sheet& sheet, int row);
 
 // Keeps what the sheet shows of a row's results: the valid indices that have

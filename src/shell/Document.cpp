@@ -77,8 +77,9 @@ void Document::ForEachRowResult(
     // The rows are computed: their numbers are read back, and only trails,
     // which are never kept, need the computation again.
     if (trails == effectsize::Trails::Off) {
+        effectsize::ShownReader reader(sheet_);
         for (int i = 0; i < dataRows_; ++i)
-            visit(i, effectsize::ShownResult(sheet_, sheet::FixedRowCount + i));
+            visit(i, reader.Read(sheet::FixedRowCount + i));
         return;
     }
     effectsize::RowEvaluator evaluator(sheet_, options_, prompter_, trails);
