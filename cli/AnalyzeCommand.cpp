@@ -194,7 +194,8 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     }
 
     CliPrompter prompter(err);
-    shell::Document document(prompter);
+    const CommandObject<shell::Document> held(prompter);
+    shell::Document& document = *held;
     if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
         status != ExitDone)
         return status;
@@ -206,7 +207,8 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         return ExitRefused;
     }
 
-    analysis::Analysis analysis(prompter);
+    const CommandObject<analysis::Analysis> heldAnalysis(prompter);
+    analysis::Analysis& analysis = *heldAnalysis;
     analysis.DisplayIndex = args.index;
     analysis.CILevel = level;
     switch (document.RunAnalyses(analysis)) {

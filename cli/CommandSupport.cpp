@@ -70,6 +70,24 @@ void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err) {
     }
 }
 
+namespace {
+bool leaveToExit = false;
+}  // namespace
+
+void LeaveToExit(bool leave) {
+    leaveToExit = leave;
+}
+
+bool LeavingToExit() {
+    return leaveToExit;
+}
+
+void KeepToExit(const void* object) {
+    // Never freed, so that what it holds stays reachable to leak checkers.
+    static auto* const kept = new std::vector<const void*>;
+    kept->push_back(object);
+}
+
 std::string Pad(std::string text, std::size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');
     return text;

@@ -148,7 +148,8 @@ void WriteComputeJson(const shell::Document& document, bool trails, std::ostream
 
 int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
-    shell::Document document(prompter);
+    const CommandObject<shell::Document> held(prompter);
+    shell::Document& document = *held;
     if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
         status != ExitDone)
         return status;

@@ -25,7 +25,8 @@ int RunConvert(const ConvertArgs& args, std::ostream& out, std::ostream& err) {
         return ExitUsage;
     }
     CliPrompter prompter(err);
-    shell::Document document(prompter);
+    const CommandObject<shell::Document> held(prompter);
+    shell::Document& document = *held;
     if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
         status != ExitDone)
         return status;
