@@ -327,6 +327,22 @@ void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
     std::vector<FormatCells> formatCells;
     for (const FormatDef* format : plan.used)
         formatCells.emplace_back(*format);
+    // Where each column's cells go, by block, and whether they are coded
+    // words: worked out once, not for every cell.
+    std::vector<std::vector<int>> place(plan.used.size());
+    std::vector<bool> coded(plan.columns.size(), false);
+    for (std::size_t c = 0; c < plan.columns.size(); ++c) {
+        const auto& col = plan.columns[c];
+        coded[c] = col.kind == Kind::Role && FindDropDown(col.title) != nullptr;
+        for (std::size_t block = 0; block < plan.used.size(); ++block) {
+            int at = targets.sheetCol[c];
+            if (col.kind == Kind::Role) {
+                const int slot = RoleSlot(*plan.used[block], col.title);
+                at = slot < 0 ? -1 : targets.entry[block][static_cast<std::size_t>(slot)];
+            }
+            place[block].push_back(at);
+        }
+    }
     const int rows = static_cast<int>(plan.dataRows.size());
     for (int k = 0; k < rows; ++k) {
         const FormatDef* format = plan.rowFormats[static_cast<std::size_t>(k)];
@@ -335,16 +351,12 @@ void FillRows(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
             std::find(plan.used.begin(), plan.used.end(), format) - plan.used.begin());
         const auto& row = table.rows[plan.dataRows[static_cast<std::size_t>(k)]];
         for (std::size_t c = 0; c < row.size() && c < plan.columns.size(); ++c) {
-            if (row[c].empty()) continue;
-            const auto& col = plan.columns[c];
-            int at = targets.sheetCol[c];
-            if (col.kind == Kind::Role) {
-                const int slot = RoleSlot(*format, col.title);
-                at = slot < 0 ? -1 : targets.entry[block][static_cast<std::size_t>(slot)];
-                if (at > 0) sheet.SetText(sheetRow, at, CellText(col.title, row[c]));
-            } else if (at > 0) {
+            const int at = place[block][c];
+            if (row[c].empty() || at <= 0) continue;
+            if (coded[c])
+                sheet.SetText(sheetRow, at, CellText(plan.columns[c].title, row[c]));
+            else
                 sheet.Set(sheetRow, at, Cell::FromText(row[c]));
-            }
         }
         SetRowFormat(sheet, sheetRow, formatCells[block]);
     }
