@@ -101,8 +101,9 @@ std::string Percent(double level) {
     return std::to_string(static_cast<int>(level * 100 + 0.5)) + "%";
 }
 
+// The studies in two sweeps, the widths first: a million lines are
+// formatted twice rather than held.
 void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::ostream& out) {
-    std::vector<std::vector<std::string>> lines;
     std::vector<std::string> head;
     for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
         if (r.levelPresent[i]) head.emplace_back(sheet::PopulationNames[i]);
@@ -111,9 +112,8 @@ void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::os
     for (const char* title :
          {"Point", "Lower limit", "Upper limit", "Weight (Fixed)", "Weight (Random)"})
         head.emplace_back(title);
-    lines.push_back(head);
-    analysis::ForEachStudy(analysis, [&](const analysis::StudyResult& s) {
-        std::vector<std::string> line;
+    const auto lineOf = [&](const analysis::StudyResult& s, std::vector<std::string>& line) {
+        line.clear();
         for (std::size_t i = 0; i < r.levelPresent.size(); ++i) {
             if (r.levelPresent[i]) line.push_back(s.identity[i]);
         }
@@ -126,12 +126,22 @@ void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::os
         } else {
             line.push_back(s.hideReason.empty() ? "Not valid" : s.hideReason);
         }
-        lines.push_back(std::move(line));
+    };
+    std::vector<std::size_t> widths = ColumnWidths({head});
+    std::vector<std::string> line;
+    analysis::ForEachStudy(analysis, [&](const analysis::StudyResult& s) {
+        lineOf(s, line);
+        for (std::size_t k = 0; k < line.size() && k < widths.size(); ++k)
+            widths[k] = std::max(widths[k], line[k].size());
     });
     std::vector<std::size_t> right;
     for (std::size_t k = firstNumber; k < head.size(); ++k)
         right.push_back(k);
-    PrintColumns(lines, out, right);
+    PrintLine(head, widths, out, right);
+    analysis::ForEachStudy(analysis, [&](const analysis::StudyResult& s) {
+        lineOf(s, line);
+        PrintLine(line, widths, out, right);
+    });
 }
 
 void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
