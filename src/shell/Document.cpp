@@ -82,7 +82,9 @@ void Document::ForEachRowResult(
             visit(i, reader.Read(sheet::FixedRowCount + i));
         return;
     }
-    effectsize::RowEvaluator evaluator(sheet_, options_, prompter_, trails);
+    // Computing the rows showed their boxes; evaluating them again is quiet.
+    ports::SilentPrompter silent;
+    effectsize::RowEvaluator evaluator(sheet_, options_, silent, trails);
     for (int i = 0; i < dataRows_; ++i) {
         effectsize::RowResult result = evaluator.Evaluate(sheet::FixedRowCount + i);
         effectsize::KeepShownIndices(sheet_, result);
@@ -96,8 +98,12 @@ std::string Document::CellText(int row, int col) const {
         flex.TextIs(sheet::MetaRow::Attribute, col, "Formula")) {
         const auto& table = sheet_.DisplayColTable();
         for (int index = 1; index <= sheet::IndexCount; ++index)
-            if (table[static_cast<std::size_t>(index)][sheet::AttrFormula] == col)
-                return effectsize::FormulaText(sheet_, row, index, options_, prompter_);
+            if (table[static_cast<std::size_t>(index)][sheet::AttrFormula] == col) {
+                // The row's boxes were shown when it was computed; reading
+                // its trail again must not show them a second time.
+                ports::SilentPrompter silent;
+                return effectsize::FormulaText(sheet_, row, index, options_, silent);
+            }
     }
     return flex.Text(row, col);
 }
