@@ -18,6 +18,15 @@ std::optional<double> Number(const WorkingSet& ws, int attr, int index) {
     return value;
 }
 
+// The display columns of an index the sheet shows: one with a name and
+// "Point" and "Valid" columns; nullptr for any other.
+const auto* ShownColumns(const sheet::Sheet& sheet, int index) {
+    const auto& cols = sheet.DisplayColTable()[At(index)];
+    const bool shown = !sheet::IndexNameTable()[At(index)].empty() && cols[sheet::AttrPoint] > 0 &&
+                       cols[sheet::AttrValid] > 0;
+    return shown ? &cols : nullptr;
+}
+
 }  // namespace
 
 const IndexResult* RowResult::Find(int index) const {
@@ -91,15 +100,10 @@ std::string FormulaText(const sheet::Sheet& sheet, int row, int index,
 }
 
 ShownReader::ShownReader(const sheet::Sheet& sheet) : sheet_(sheet) {
-    const auto& names = sheet::IndexNameTable();
-    const auto& table = sheet.DisplayColTable();
-    for (int i = 1; i <= IndexCount; ++i) {
-        const auto& cols = table[At(i)];
-        if (names[At(i)].empty() || cols[sheet::AttrPoint] <= 0 || cols[sheet::AttrValid] <= 0)
-            continue;
-        shown_.push_back({i, cols[sheet::AttrPoint], cols[sheet::AttrStdErr],
-                          cols[sheet::AttrVariance], cols[sheet::AttrValid]});
-    }
+    for (int i = 1; i <= IndexCount; ++i)
+        if (const auto* cols = ShownColumns(sheet, i))
+            shown_.push_back({i, (*cols)[sheet::AttrPoint], (*cols)[sheet::AttrStdErr],
+                              (*cols)[sheet::AttrVariance], (*cols)[sheet::AttrValid]});
 }
 
 RowResult ShownReader::Read(int row) {
@@ -129,22 +133,13 @@ RowResult ShownReader::Read(int row) {
     return result;
 }
 
-RowResult ShownResult(const sheet::Sheet& sheet, int row) {
-    return ShownReader(sheet).Read(row);
-}
-
 void KeepShownIndices(const sheet::Sheet& sheet, RowResult& result) {
-    const auto& names = sheet::IndexNameTable();
-    const auto& table = sheet.DisplayColTable();
     std::vector<IndexResult> shown;
     for (IndexResult& index : result.indices) {
-        const auto at = static_cast<std::size_t>(index.index);
-        const auto& cols = table[at];
-        if (!index.valid || names[at].empty() || cols[sheet::AttrPoint] <= 0 ||
-            cols[sheet::AttrValid] <= 0)
-            continue;
-        if (cols[sheet::AttrStdErr] <= 0) index.stdErr.reset();
-        if (cols[sheet::AttrVariance] <= 0) index.variance.reset();
+        const auto* cols = ShownColumns(sheet, index.index);
+        if (!index.valid || cols == nullptr) continue;
+        if ((*cols)[sheet::AttrStdErr] <= 0) index.stdErr.reset();
+        if ((*cols)[sheet::AttrVariance] <= 0) index.variance.reset();
         shown.push_back(std::move(index));
     }
     result.indices = std::move(shown);

@@ -92,7 +92,6 @@ class ShownReader {
     std::string lastFormat_;
     const sheet::FormatDef* lastDefinition_ = nullptr;
 };
-RowResult ShownResult(const sheet::Sheet& sheet, int row);
 
 // Keeps what the sheet shows of a row's results: the valid indices that have
 // "Point" and "Valid" columns, each number only where its column exists.

@@ -173,10 +173,11 @@ TEST_F(ComputeOnSheet, EvaluatedRowsMatchWhatComputeWrites) {
         }
     }
     // Read back from the cells, a computed row says what evaluating it says.
+    ShownReader reader(sheet);
     for (int row = kRow; row <= kRow + 2; ++row) {
         RowResult evaluated = EvaluateRow(sheet, row, options, prompter);
         KeepShownIndices(sheet, evaluated);
-        const RowResult shown = ShownResult(sheet, row);
+        const RowResult shown = reader.Read(row);
         EXPECT_EQ(shown.format, evaluated.format);
         EXPECT_EQ(shown.errors, evaluated.errors);
         ASSERT_EQ(shown.indices.size(), evaluated.indices.size()) << row;

@@ -54,34 +54,40 @@ void FillBlanks(Sheet& sheet, const std::array<int, kPopulations>& pops,
     }
 }
 
-// The first key that a row shares with the next, once the rows are in the
-// grid's ascending order of their identifying cells. A row's key is its five
-// identifying cells joined by ", ", an absent population giving "".
+// A row's key: its five identifying cells joined by ", ", an absent
+// population giving "".
+void RowKey(const Sheet& sheet, const std::array<int, kPopulations>& pops, int row,
+            std::string& key) {
+    key.clear();
+    for (std::size_t p = 0; p < kPopulations; ++p) {
+        if (p > 0) key += ", ";
+        const Cell& cell = sheet.Flex().At(row, pops[p]);
+        if (cell.IsNumber())
+            key += cell.Text();
+        else
+            key += cell.TextView();
+    }
+}
+
 // Whether two rows could read alike: rows with equal keys have equal hashes,
 // so without a repeated hash there is no duplicate, and the sort that finds
-// which one to name is needed only when there may be.
+// which one to name is needed only when there may be. Sorted hashes find a
+// repeat with far fewer cache misses than a set.
 bool MayRepeat(const Sheet& sheet, const std::array<int, kPopulations>& pops,
                const std::vector<int>& rows) {
-    // Sorted hashes find a repeat with far fewer cache misses than a set.
     std::vector<std::size_t> hashes;
     hashes.reserve(rows.size());
     std::string key;
     for (int r : rows) {
-        key.clear();
-        for (std::size_t p = 0; p < kPopulations; ++p) {
-            const Cell& cell = sheet.Flex().At(r, pops[p]);
-            if (p > 0) key += ", ";
-            if (cell.IsNumber())
-                key += cell.Text();
-            else
-                key += cell.TextView();
-        }
+        RowKey(sheet, pops, r, key);
         hashes.push_back(std::hash<std::string>{}(key));
     }
     std::sort(hashes.begin(), hashes.end());
     return std::adjacent_find(hashes.begin(), hashes.end()) != hashes.end();
 }
 
+// The first key that a row shares with the next, once the rows are in the
+// grid's ascending order of their identifying cells.
 bool FindDuplicate(const Sheet& sheet, const std::array<int, kPopulations>& pops,
                    const std::vector<int>& rows, std::string& key) {
     if (!MayRepeat(sheet, pops, rows)) return false;
@@ -97,9 +103,8 @@ bool FindDuplicate(const Sheet& sheet, const std::array<int, kPopulations>& pops
             const Cell& cell = sheet.Flex().At(rows[i], pops[p]);
             row.order[p] = MakeSortKey(cell);
             row.text[p] = cell.Text();
-            if (p > 0) row.key += ", ";
-            row.key += row.text[p];
         }
+        RowKey(sheet, pops, rows[i], row.key);
     }
     std::vector<std::size_t> order(keyed.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
