@@ -109,20 +109,6 @@ TEST(FormatCatalogue, DefineFormatBlanksThenFills) {
     }
 }
 
-TEST(FormatCatalogue, MergeClasses) {
-    // Only formats whose entries can be summed back into one row merge; names
-    // compare whole.
-    const std::pair<std::string_view, int> cases[] = {
-        {"Events and sample size", 1},
-        {"Event rate and person years", 0},
-        {"Events and sample size in each treatment, and external correlation", 0},
-        {"Event rate and person years in each group", 7},
-        {"Mean, SD", 0},
-        {"", 0}};
-    for (const auto& [name, type] : cases)
-        EXPECT_EQ(MergeType(name), type) << name;
-}
-
 TEST(FormatCatalogue, DropDownRoles) {
     EXPECT_EQ(FindDropDown("Tails"), nullptr);
     EXPECT_EQ(FindDropDown("effect direction"), nullptr);
