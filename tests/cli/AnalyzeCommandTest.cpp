@@ -128,28 +128,5 @@ TEST(AnalyzeCommand, JsonKeepsEveryRowAndPrintsNullForWhatIsMissing) {
     EXPECT_EQ(j["summaries"][1]["k"], 2);
 }
 
-TEST(AnalyzeCommand, JsonPrintsAsTheCompactDumpOfItsValues) {
-    // Every identifying level, whose keys sort among the numbers' own.
-    const std::string path = clitest::WriteFile(
-        "levels.csv",
-        "Study name,Subgroup within study,Comparison,Outcome,Time point,Group-A Events,"
-        "Group-A Total N,Group-B Events,Group-B Total N\n"
-        "\"A \"\"x\"\"\",S1,C1,O1,T1,4,123,11,139\n"
-        "A,S2,C1,O1,T1,6,306,29,303\n"
-        "B \xC3\xA9,S1,C2,O2,T2,5,100,9,98\n"
-        "C,S1,C1,O1,T1,,100,9,98\n");
-    for (const char* index : {"Odds ratio", "Risk difference"}) {
-        const Ran ran = clitest::RunCli(
-            {"analyze", path, "--format", "Cohort 2x2 (Events)", "--index", index, "--json"});
-        ASSERT_EQ(ran.status, ExitDone) << ran.err;
-        EXPECT_EQ(ran.out, clitest::Redumped(ran.out));
-        const auto j = nlohmann::json::parse(ran.out);
-        ASSERT_EQ(j["studies"].size(), 4u);
-        for (const char* key : {"study", "subgroup", "comparison", "outcome", "time_point"})
-            EXPECT_TRUE(j["studies"][0].contains(key)) << key;
-        EXPECT_TRUE(j["summaries"][0]["k"].is_number_integer());
-    }
-}
-
 }  // namespace
 }  // namespace synthara::cli

@@ -38,33 +38,6 @@ class BlockWizardTest : public BlockTestSheet {
     }
 };
 
-TEST(WizardTreeTest, CountsByStudyTypeAndOption) {
-    struct Case {
-        int studyType;
-        bool commonOnly;
-        int formats;
-        int families;
-    };
-    const Case cases[] = {{0, true, 10, 3},  {0, false, 10, 3}, {1, true, 47, 3},
-                          {1, false, 85, 5}, {2, true, 3, 1},   {2, false, 3, 1},
-                          {3, false, 3, 1},  {4, false, 0, 0},  {-1, false, 0, 0}};
-    int all = 0;
-    for (const Case& c : cases) {
-        const WizardNode tree = InitializeES(c.studyType, c.commonOnly);
-        EXPECT_EQ(CountFormats(tree), c.formats) << c.studyType << c.commonOnly;
-        EXPECT_EQ(static_cast<int>(tree.children.size()), c.families) << c.studyType;
-        if (!c.commonOnly && c.studyType >= 0) all += c.formats;
-    }
-    EXPECT_EQ(all, 101);
-
-    const WizardNode two = InitializeES(1, true);
-    EXPECT_EQ(two.caption, "Two groups or correlation");
-    EXPECT_EQ(two.children[0].caption, "Dichotomous (number of events)");
-    ASSERT_EQ(two.children[0].children.size(), 2u);
-    EXPECT_EQ(two.children[0].children[1].caption, "Computed effect sizes");
-    EXPECT_EQ(two.children[0].children[0].children[0].caption, kCohort);
-}
-
 TEST_F(BlockWizardTest, OnlyFormatsOfTheTreeCanBeChosen) {
     BlockWizard wizard(sheet);
     const std::string_view allOnly = "Matched 2x2 table";

@@ -38,32 +38,6 @@ TEST_F(SheetTest, NewSheetShape) {
     EXPECT_EQ(g.Text(229, sheet.EntrySeqCol()), "80");
 }
 
-TEST_F(SheetTest, NumberFormatFollowsDecimals) {
-    const std::vector<std::pair<int, std::string>> cases = {
-        {0, "0"}, {1, "0.0"}, {4, "0.0000"}, {8, "0.00000000"}, {9, "0.000"}, {-1, "0.000"}};
-    for (const auto& [decimals, format] : cases) {
-        sheet.Decimals = decimals;
-        sheet.InitializeGrid();
-        EXPECT_EQ(sheet.Flex().Col(12).numberFormat, format) << decimals;
-    }
-}
-
-TEST_F(SheetTest, SystemColumnsAreFoundByKeyAfterMoves) {
-    sheet.MoveColumn(sheet.EntrySeqCol(), 30);
-    sheet.MoveColumn(sheet.FormatCol(), 20);
-    sheet.FindCols();
-    EXPECT_EQ(sheet.EntrySeqCol(), 9);
-    const std::pair<int, std::string> cols[] = {
-        {sheet.FormatCol(), "Data Format"},    {sheet.NickNameCol(), "NickName"},
-        {sheet.MergeTypeCol(), "MergeType"},   {sheet.EntrySeqCol(), "EntrySeq"},
-        {sheet.TempSeqCol(), "Temp Sequence"}, {sheet.SettingsCol(), "Settings"},
-        {sheet.ErrorCol(), "Row Errors"}};
-    for (const auto& [col, function] : cols) {
-        ASSERT_GE(col, 0) << function;
-        EXPECT_EQ(sheet.Meta(col, MetaRow::Function), function);
-    }
-}
-
 TEST_F(SheetTest, EmptySheetAndLastRows) {
     EXPECT_EQ(sheet.GetLastRow(), 150);
     EXPECT_EQ(sheet.FindLastRow(), 150);
@@ -231,24 +205,6 @@ TEST(SheetText, RemoveCRKeepsWordsApart) {
         {"plain", "plain"}};
     for (const auto& [in, out] : cases)
         EXPECT_EQ(RemoveCR(in), out);
-}
-
-TEST(SheetText, IndexNamesAreNumberedForTheComputation) {
-    const auto& t = IndexNameTable();
-    // The numbers are the computation's; some are left unnamed.
-    const std::pair<int, std::string> known[] = {
-        {1, "Log odds ratio"}, {27, "MHCellA"},  {69, "Rate"}, {70, ""}, {71, ""},
-        {72, "One Cell A"},    {75, "PY1CellB"}, {76, ""},     {100, ""}};
-    for (const auto& [n, name] : known)
-        EXPECT_EQ(t[static_cast<std::size_t>(n)], name) << n;
-    for (int n = 1; n <= IndexCount; ++n) {
-        const std::string& name = t[static_cast<std::size_t>(n)];
-        if (!name.empty()) {
-            EXPECT_EQ(IndexNumber(name), n);
-        }
-    }
-    EXPECT_EQ(IndexNumber(""), 0);
-    EXPECT_EQ(IndexNumber("odds ratio"), 0);
 }
 
 }  // namespace
