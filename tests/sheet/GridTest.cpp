@@ -170,12 +170,6 @@ TEST(GridTest, DataRowsBlankNeverHidesAValue) {
     EXPECT_FALSE(grid.DataRowsBlank(7)) << "out of range is not blank";
 }
 
-}  // namespace
-}  // namespace synthara::sheet
-
-namespace synthara::sheet {
-namespace {
-
 // Colouring a whole column reads exactly as colouring each of its data rows.
 TEST(GridTest, ColumnColourReadsAsEveryDataCellColoured) {
     const BackColor blue = RGB(0, 0, 255), green = RGB(0, 255, 0);
