@@ -9,6 +9,7 @@ packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev clang-format
     libboost-math-dev nlohmann-json3-dev libzip-dev pkg-config libcli11-dev
     libgtest-dev libgmock-dev libbenchmark-dev libabsl-dev locales
+    qt6-base-dev qt6-svg-dev libgl-dev xvfb xauth fonts-dejavu-core
 )
 
 missing=()
