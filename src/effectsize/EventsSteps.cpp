@@ -17,17 +17,6 @@ constexpr std::string_view kAdded = "One or more cells was empty, so 0.5 was add
 constexpr std::string_view kPetoTitle = "Peto Odds ratio";
 constexpr std::string_view kPi = "3.14159265358979";
 
-// A trail of a title and one step, after the head of the cells when given.
-void TitledNote(std::string& trail, const std::string* head, std::string_view title,
-                std::string_view step) {
-    if (head)
-        trail = *head;
-    else
-        trail.clear();
-    AddFormula(trail, title, "T");
-    AddFormula(trail, step, "S");
-}
-
 void AddSymbols(std::string& trail, std::initializer_list<const Formula*> formulas) {
     for (const Formula* formula : formulas)
         formula->AddSymbols(trail);
@@ -43,6 +32,9 @@ constexpr Formula kOddsRatio{"OddsRatio = Exp({LogOddsRatio})"};
 constexpr Formula kStdDiff{"StdDiff = Sqr(3) * {LogOddsRatio} / {PI}"};
 constexpr Formula kStdDiffSE{"StdDiffSE = Sqr((3 * ({LogOddsSE} ^ 2)) / {PI} ^ 2)"};
 constexpr Formula kStdDiffVar{"StdDiffVar = {StdDiffSE} ^ 2"};
+// The case-control trail has always worded these two differently.
+constexpr Formula kCaseControlStdDiff{"StdDiff = Sqr(3) * {LogOdds} / {PI}"};
+constexpr Formula kCaseControlStdDiffVar{"StdDiffSEVar =  {StdDiffSE} ^ 2"};
 
 constexpr Formula kStdPairedDiff{"StdPairedDiff = {StdDiff} / Sqr(2 * (1 - {ImputedR}))"};
 constexpr Formula kStdPairedDiffSE{"StdPairedDiffSE = {StdDiffSE} / Sqr(2 * (1 - {ImputedR}))"};
@@ -82,6 +74,32 @@ constexpr Formula kRiskDiffSE{
     "RiskDiffSE = Sqr((({P1} * {Q1}) / ({A} + {B})) + (({P2} * {Q2}) / ({C} + {D})))"};
 
 }  // namespace
+
+void TitledNote(std::string& trail, const std::string* head, std::string_view title,
+                std::string_view step) {
+    if (head)
+        trail = *head;
+    else
+        trail.clear();
+    AddFormula(trail, title, "T");
+    AddFormula(trail, step, "S");
+}
+
+void AddHedgesGText(std::string& trail, bool titled) {
+    static constexpr std::string_view kLines[] = {
+        "To compute g, the program computes a correction factor J,",
+        "J = 1 - (3 / (4 * df - 1))",
+        "Where df = NTot - 2",
+        "Computation of g",
+        "g = d * J",
+        "StdErr(g) = StdErr(d) * J",
+        "Variance(g) = StdErr(g) ^ 2",
+    };
+    if (titled)
+        AddFormula(trail, "Standardized mean difference corrected for bias (Hedges' g)", "T");
+    for (std::string_view line : kLines)
+        AddFormula(trail, line, "S");
+}
 
 double EventsRow::Value(sheet::RoleKind kind) const {
     const int role = Role(kind);
@@ -158,13 +176,18 @@ void StdDiffStep(EventsRow& row) {
     AddFormula(t, "Standardized mean difference (d)", "T");
     AddFormula(t, "Starting with cells in 2x2 table,", "S");
     AddFormula(t, "first compute the Log odds ratio, and then convert to d.", "S");
-    AddSymbols(t, {&kStdDiff, &kStdDiffSE, &kStdDiffVar});
+    const Formula& dFormula = row.caseControl ? kCaseControlStdDiff : kStdDiff;
+    const Formula& varFormula = row.caseControl ? kCaseControlStdDiffVar : kStdDiffVar;
+    AddSymbols(t, {&dFormula, &kStdDiffSE, &varFormula});
     const std::string seText = G3(se), lor = G3(row.logOdds), lorSE = G3(row.logOddsSE);
-    const Slots values{
-        {"LogOddsRatio", lor}, {"LogOddsSE", lorSE}, {"PI", kPi}, {"StdDiffSE", seText}};
-    kStdDiff.AddNumbers(t, values, G3(d));
+    const Slots values{{"LogOddsRatio", lor},
+                       {"LogOdds", lor},
+                       {"LogOddsSE", lorSE},
+                       {"PI", kPi},
+                       {"StdDiffSE", seText}};
+    dFormula.AddNumbers(t, values, G3(d));
     kStdDiffSE.AddNumbers(t, values, seText);
-    kStdDiffVar.AddNumbers(t, values, G3(se * se));
+    varFormula.AddNumbers(t, values, G3(se * se));
     AddFormula(t, "To display computation of Odds ratio,", "S");
     AddFormula(t, "select 'Odds ratio' tab on this form.", "S");
 }
@@ -218,19 +241,19 @@ void HedgesGStep(EventsRow& row) {
 
     // The text names the default method's formula whichever method is set,
     // so it carries no numbers that the other method would contradict.
-    static constexpr std::string_view kLines[] = {
-        "To compute g, the program computes a correction factor J,",
-        "J = 1 - (3 / (4 * df - 1))",
-        "Where df = NTot - 2",
-        "Computation of g",
-        "g = d * J",
-        "StdErr(g) = StdErr(d) * J",
-        "Variance(g) = StdErr(g) ^ 2",
-    };
     std::string& t = row.Trail(Ix::HedgesG);
-    AddFormula(t, "Standardized mean difference corrected for bias (Hedges' g)", "T");
-    for (std::string_view line : kLines)
-        AddFormula(t, line, "S");
+    if (row.caseControl) {
+        static constexpr std::string_view kOpening[] = {
+            "Starting with binary data in a 2x2 table,",
+            "the program computes the Log odds ratio",
+            "then converts that to a Standardized mean difference (d).",
+            "For details on the computation of Log odds ratio",
+            "or of d, select the corresponding tab in this window.",
+        };
+        for (std::string_view line : kOpening)
+            AddFormula(t, line, t.empty() ? "T" : "S");
+    }
+    AddHedgesGText(t, !row.caseControl);
 }
 
 void CorrelationStep(EventsRow& row) {
