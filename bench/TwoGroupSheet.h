@@ -2,6 +2,7 @@
 // The sheet the benchmarks share: one block of two-group event data, a
 // study-name column and `rows` rows of plausible trials (a few with an empty
 // cell, as real sheets have).
+#include <array>
 #include <random>
 #include <string>
 
@@ -35,6 +36,49 @@ inline void FillSheet(sheet::Sheet& sheet, int rows) {
                           std::to_string(values[role]));
         }
     }
+}
+
+// A sheet of one block of `format` with `rows` rows whose entries `values`
+// gives, role by role, as text.
+template <typename Values>
+void FillSheetOf(sheet::Sheet& sheet, const char* format, int rows, Values values) {
+    using sheet::FixedRowCount;
+    sheet.InitializeGrid();
+    const int studyCol = sheet.MakePop(1);
+    sheet::DefineFormat(format, sheet.Defined);
+    sheet.CreateAll();
+    sheet.CreateDisplayCols(format);
+    sheet.FindCols();
+    sheet.FindESCols(format);
+    sheet.SetRows(FixedRowCount + rows);
+    std::mt19937 random(20261121);
+    for (int r = 0; r < rows; ++r) {
+        const int row = FixedRowCount + r;
+        sheet.SetText(row, studyCol, "Study " + std::to_string(r + 1));
+        const auto texts = values(random);
+        for (std::size_t role = 0; role < texts.size(); ++role)
+            sheet.SetText(row, sheet.EntryColIndex()[role], texts[role]);
+    }
+}
+
+// Events over person-time in two groups: up to 60 events over 100 to 5000 years.
+inline void FillPersonTimeSheet(sheet::Sheet& sheet, int rows) {
+    FillSheetOf(sheet, "Events and person years in each group", rows, [](std::mt19937& random) {
+        std::uniform_int_distribution<int> events(0, 60), years(1000, 50000);
+        const auto py = [&] { return std::to_string(years(random) / 10) + ".5"; };
+        return std::array<std::string, 4>{std::to_string(events(random)), py(),
+                                          std::to_string(events(random)), py()};
+    });
+}
+
+// One proportion: up to a half of 20 to 5000 subjects with the event.
+inline void FillOneGroupSheet(sheet::Sheet& sheet, int rows) {
+    FillSheetOf(sheet, "Events and sample size", rows, [](std::mt19937& random) {
+        std::uniform_int_distribution<int> size(20, 5000);
+        const int n = size(random);
+        std::uniform_int_distribution<int> events(0, n / 2);
+        return std::array<std::string, 2>{std::to_string(events(random)), std::to_string(n)};
+    });
 }
 
 // Forgets every row's format, so that the next computation starts afresh.

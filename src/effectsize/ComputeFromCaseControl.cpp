@@ -16,12 +16,8 @@ namespace {
 using sheet::CaseControlEntry;
 using sheet::RoleKind;
 
-// How each cell arises from the roles; a cell entered as it is shows no result.
-struct CellLine {
-    Formula formula;
-    bool computed;
-};
-using CellLines = std::array<CellLine, 4>;
+using events::CellLine;
+using events::CellLines;
 
 constexpr CellLines CellLinesOf(CaseControlEntry entry) {
     switch (entry) {
@@ -92,8 +88,6 @@ bool BuildTable(events::EventsRow& row, CaseControlEntry entry) {
 
 void CellsTrail(events::EventsRow& row, CaseControlEntry entry) {
     const FormatRoles roles(row.format, row.ws);
-    const auto& c = row.cells;
-    const std::string a = G1(c[1][1]), b = G1(c[1][2]), cText = G1(c[2][1]), d = G1(c[2][2]);
     static constexpr std::pair<std::string_view, RoleKind> kRoles[] = {
         {"ExposedCases", RoleKind::ExposedCases},
         {"UnexposedCases", RoleKind::UnexposedCases},
@@ -113,19 +107,9 @@ void CellsTrail(events::EventsRow& row, CaseControlEntry entry) {
     }
     const Slots labels{labelSlots[0], labelSlots[1], labelSlots[2], labelSlots[3],
                        labelSlots[4], labelSlots[5], labelSlots[6], labelSlots[7]};
-    const Slots roleValues{valueSlots[0], valueSlots[1], valueSlots[2], valueSlots[3],
-                           valueSlots[4], valueSlots[5], valueSlots[6], valueSlots[7]};
-    const Slots values{{{"A", a}, {"B", b}, {"C", cText}, {"D", d}}, &roleValues};
-    std::string& t = row.head;
-    const CellLines lines = CellLinesOf(entry);
-    AddFormula(t, "Cells in 2x2 table", "A");
-    AddFormula(t, "Where cells are given as", "T");
-    for (const CellLine& line : lines)
-        line.formula.AddSymbols(t, &labels);
-    AddFormula(t, "", "S");
-    const std::string_view results[] = {a, b, cText, d};
-    for (std::size_t k = 0; k < lines.size(); ++k)
-        lines[k].formula.AddNumbers(t, values, lines[k].computed ? results[k] : "");
+    const Slots values{valueSlots[0], valueSlots[1], valueSlots[2], valueSlots[3],
+                       valueSlots[4], valueSlots[5], valueSlots[6], valueSlots[7]};
+    events::AddCellsTrail(row, CellLinesOf(entry), labels, values);
 }
 
 }  // namespace

@@ -82,42 +82,32 @@ void AddedNote(std::string& t, std::string_view forWhat) {
     AddFormula(t, "", "S");
 }
 
-void RateRatioTrail(std::string& t, const Groups& g, bool bothZero, bool added, double logRatio,
-                    double se) {
-    if (bothZero) {
-        AddFormula(t, "Rate ratio", "T");
-        AddFormula(t, "Cannot be computed when event rate is 0% in both groups", "S");
-    }
-    AddHead(t, g);
-    AddFormula(t, "", "S");
-    kRateRatio.AddSymbols(t);
-    AddFormula(t, "", "S");
-    kLogRateRatio.AddSymbols(t);
-    kLogRateSE.AddSymbols(t);
-    AddFormula(t, "", "S");
-    if (added) AddedNote(t, "for computation of Log rate ratio and its variance");
-    const Printed p(g);
-    const Slots values = p.Values();
-    AddHeadNumbers(t, g, p, values);
-    kRateRatio.AddNumbers(t, values, G3(std::exp(logRatio)));
-    kLogRateRatio.AddNumbers(t, values, G3(logRatio));
-    kLogRateSE.AddNumbers(t, values, G3(se));
-}
+// A formula of a trail and its result; no formula is a blank line.
+struct Line {
+    const Formula* formula;
+    double result;
+};
 
-// The difference is of the rates as entered; only its variance takes the
-// events with 0.5 added, and the numbered lines show those.
-void RateDifferenceTrail(std::string& t, const Groups& g, bool added, double diff, double se) {
+// The head, the lines' formulas, the note of the added events, then the
+// head's and the lines' numbers: the numbers are those of the events with
+// 0.5 added, which the spread used.
+void AddTrail(std::string& t, const Groups& g, std::initializer_list<Line> lines, bool added,
+              std::string_view forWhat) {
     AddHead(t, g);
     AddFormula(t, "", "S");
-    kRateDiff.AddSymbols(t);
-    kRateDiffSE.AddSymbols(t);
+    for (const Line& line : lines) {
+        if (line.formula != nullptr)
+            line.formula->AddSymbols(t);
+        else
+            AddFormula(t, "", "S");
+    }
     AddFormula(t, "", "S");
-    if (added) AddedNote(t, "for computation of the Rate difference variance");
+    if (added) AddedNote(t, forWhat);
     const Printed p(g);
     const Slots values = p.Values();
     AddHeadNumbers(t, g, p, values);
-    kRateDiff.AddNumbers(t, values, G3(diff));
-    kRateDiffSE.AddNumbers(t, values, G3(se));
+    for (const Line& line : lines)
+        if (line.formula != nullptr) line.formula->AddNumbers(t, values, G3(line.result));
 }
 
 // Validates the entries and reads the working values; false when refused.
@@ -193,9 +183,21 @@ void ComputeFromEventsPersonYears(const sheet::FormatDef& format, WorkingSet& ws
     if (!ws.BuildTrails) return;
 
     std::string& ratio = ws.EsFormula[Ix::LogRateRatio];
-    RateRatioTrail(ratio, g, bothZero, added, logRatio, logSE);
+    if (bothZero) {
+        AddFormula(ratio, "Rate ratio", "T");
+        AddFormula(ratio, "Cannot be computed when event rate is 0% in both groups", "S");
+    }
+    AddTrail(ratio, g,
+             {{&kRateRatio, std::exp(logRatio)},
+              {nullptr, 0},
+              {&kLogRateRatio, logRatio},
+              {&kLogRateSE, logSE}},
+             added, "for computation of Log rate ratio and its variance");
     ws.EsFormula[Ix::RateRatio] = ratio;
-    RateDifferenceTrail(ws.EsFormula[Ix::RateDifference], g, added, rateDiff, diffSE);
+    // The difference is of the rates as entered; its numbered lines show
+    // the rates the variance used.
+    AddTrail(ws.EsFormula[Ix::RateDifference], g, {{&kRateDiff, rateDiff}, {&kRateDiffSE, diffSE}},
+             added, "for computation of the Rate difference variance");
 }
 
 }  // namespace synthara::effectsize

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "effectsize/FormatRoles.h"
 #include "effectsize/Trail.h"
 #include "stats/Formulas.h"
 
@@ -75,6 +76,23 @@ constexpr Formula kRiskDiffSE{
 
 }  // namespace
 
+void AddCellsTrail(EventsRow& row, const CellLines& lines, const Slots& labels,
+                   const Slots& values) {
+    const auto& c = row.cells;
+    const std::string a = G1(c[1][1]), b = G1(c[1][2]), cText = G1(c[2][1]), d = G1(c[2][2]);
+    const Slots cells{{{"A", a}, {"B", b}, {"C", cText}, {"D", d}}, &values};
+    std::string& t = row.head;
+    t.reserve(1024);
+    AddFormula(t, "Cells in 2x2 table", "A");
+    AddFormula(t, "Where cells are given as", "T");
+    for (const CellLine& line : lines)
+        line.formula.AddSymbols(t, &labels);
+    AddFormula(t, "", "S");
+    const std::string_view results[] = {a, b, cText, d};
+    for (std::size_t k = 0; k < lines.size(); ++k)
+        lines[k].formula.AddNumbers(t, cells, lines[k].computed ? results[k] : "");
+}
+
 void TitledNote(std::string& trail, const std::string* head, std::string_view title,
                 std::string_view step) {
     if (head)
@@ -102,14 +120,11 @@ void AddHedgesGText(std::string& trail, bool titled) {
 }
 
 double EventsRow::Value(sheet::RoleKind kind) const {
-    const int role = Role(kind);
-    return role >= 0 ? ws.EntryVals[static_cast<std::size_t>(role)] : 0.0;
+    return FormatRoles(format, ws).Value(kind);
 }
 
 const std::string& EventsRow::Label(sheet::RoleKind kind) const {
-    static const std::string kNone;
-    const int role = Role(kind);
-    return role >= 0 ? ws.EntryLabels[static_cast<std::size_t>(role)] : kNone;
+    return FormatRoles(format, ws).Label(kind);
 }
 
 bool LogOddsStep(EventsRow& row) {

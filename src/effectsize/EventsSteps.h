@@ -1,9 +1,11 @@
 #pragma once
 // The indices that a 2-by-2 table yields, one step each, shared by the
 // two-group event formats and their paired variants.
+#include <array>
 #include <string>
 
 #include "effectsize/Compute.h"
+#include "effectsize/Trail.h"
 #include "effectsize/WorkingSet.h"
 
 namespace synthara::effectsize::events {
@@ -58,6 +60,20 @@ inline constexpr double PetoLimit = 620;
 inline bool PetoComputable(double logPeto) {
     return logPeto <= PetoLimit;
 }
+
+// How each cell of a table arises from the roles; a cell entered as it is
+// shows no result.
+struct CellLine {
+    Formula formula;
+    bool computed;
+};
+using CellLines = std::array<CellLine, 4>;
+
+// The head of a table's trails: "Cells in 2x2 table", how each cell arises
+// (its roles named by `labels`), a blank line, and each cell's line with
+// numbers (`values` gives the roles'; the cells' own are added here).
+void AddCellsTrail(EventsRow& row, const CellLines& lines, const Slots& labels,
+                   const Slots& values);
 
 // A trail of a title and one step, after the head of the cells when given.
 void TitledNote(std::string& trail, const std::string* head, std::string_view title,
