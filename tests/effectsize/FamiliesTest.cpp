@@ -8,9 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "effectsize/Compute.h"
-#include "effectsize/Trail.h"
-#include "support/ScriptedPrompter.h"
+#include "OneRow.h"
 #include "support/Tolerance.h"
 
 namespace synthara::effectsize {
@@ -19,34 +17,7 @@ namespace {
 using synthara::testing::IsNear;
 constexpr auto none = std::nullopt;
 
-// One row of a format computed from its entries, labelled by their role names.
-struct Row {
-    Row(std::string_view format, std::vector<std::optional<double>> values) {
-        ws.Reset();
-        const sheet::FormatDef* def = sheet::FindComputedFormat(format);
-        for (std::size_t role = 0; role < values.size(); ++role) {
-            if (def != nullptr && role < def->roles.size())
-                ws.EntryLabels[role] = def->roles[role].name;
-            ws.EntryMissing[role] = !values[role];
-            ws.EntryVals[role] = values[role].value_or(0);
-        }
-        for (std::size_t role = values.size(); role < ws.EntryMissing.size(); ++role)
-            ws.EntryMissing[role] = true;
-        Dispatch(format, ws, context);
-    }
-    std::vector<std::string> Errors() const { return SplitErrors(ws.RowErrors); }
-    std::vector<int> Valid() const {
-        std::vector<int> valid;
-        for (int i = 1; i <= IndexCount; ++i)
-            if (ws.IsValid(i)) valid.push_back(i);
-        return valid;
-    }
-
-    synthara::testing::ScriptedPrompter prompter;
-    ComputeOptions options;
-    ComputeContext context{options, prompter};
-    WorkingSet ws;
-};
+using Row = OneRow;
 
 // An index's expected numbers; a spread of nullopt is not checked.
 struct Expect {
@@ -85,7 +56,7 @@ struct RefusedCase {
 void CheckRefused(const RefusedCase& c) {
     const Row row(c.format, c.values);
     EXPECT_EQ(row.Errors(), c.errors) << c.what;
-    EXPECT_TRUE(row.Valid().empty()) << c.what;
+    EXPECT_TRUE(row.ValidIndices().empty()) << c.what;
 }
 
 constexpr const char* kPY = "Events and person years in each group";
@@ -290,7 +261,7 @@ TEST(Peto, FromObservedMinusExpected) {
     // 620 is the largest log ratio computed.
     CheckValid({"at the limit", "Peto's (O-E) and V", {620, 1}, {{Ix::LogPetoOddsRatio, 620, 1}}});
     const Row above("Peto's (O-E) and V", {620.5, 1});
-    EXPECT_TRUE(above.Valid().empty());
+    EXPECT_TRUE(above.ValidIndices().empty());
     EXPECT_EQ(above.ws.EsFormula[Ix::PetoV],
               "Peto Odds ratio\r\ncannot be computed from entered data\r\n");
     CheckRefused({"nothing",
@@ -373,7 +344,7 @@ TEST(CaseControl, OddsRatioFromEachLayout) {
 TEST(CaseControl, UndefinedAndRefusedTables) {
     // No exposure at all: no odds ratio, but the counts and the cells stand.
     const Row none0("Exposed and unexposed for cases and controls", {0, 30, 0, 90});
-    EXPECT_EQ(none0.Valid(), (std::vector<int>{27, 28, 29, 30, 37, 38, 39, 40, 41, 42}));
+    EXPECT_EQ(none0.ValidIndices(), (std::vector<int>{27, 28, 29, 30, 37, 38, 39, 40, 41, 42}));
     EXPECT_TRUE(none0.ws.EsFormula[Ix::HedgesG].ends_with(
         "Cannot be computed when event rate is 0% or 100% in both groups"));
 
