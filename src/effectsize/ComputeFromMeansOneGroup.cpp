@@ -105,8 +105,13 @@ bool ReadMean(MeanEntry entry, const FormatRoles& roles, WorkingSet& ws, Compute
     }
     if (!ws.RowErrors.empty()) return false;
     const double sd = roles.Value(RoleKind::SD), n = roles.Value(RoleKind::SampleSize);
-    const std::string sdText = G3(sd), nText = G1(n),
-                      varianceText = G3(roles.Value(RoleKind::Variance));
+    // The printed numbers are made only for a trail.
+    std::string sdText, nText, varianceText;
+    if (m.trails) {
+        sdText = G3(sd);
+        nText = G1(n);
+        varianceText = G3(roles.Value(RoleKind::Variance));
+    }
     const Slots values{{"SD", sdText}, {"n", nText}, {"Variance", varianceText}};
     if (entry == MeanEntry::SDAndN) {
         m.se = std::sqrt(1 / n) * sd;
