@@ -12,10 +12,11 @@ namespace {
 using synthara::sheet::FixedRowCount;
 using synthara::sheet::Sheet;
 
-void BM_ComputeTwoGroupEvents(benchmark::State& state) {
+// Computes the whole sheet that `fill` makes, afresh each round.
+void ComputeSheet(benchmark::State& state, void (*fill)(Sheet&, int)) {
     synthara::ports::SilentPrompter prompter;
     Sheet sheet(prompter);
-    synthara::bench::FillSheet(sheet, static_cast<int>(state.range(0)));
+    fill(sheet, static_cast<int>(state.range(0)));
     synthara::effectsize::ComputeOptions options;
     for (auto _ : state) {
         // A fresh computation each time: forget the formats found last round.
@@ -29,7 +30,21 @@ void BM_ComputeTwoGroupEvents(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
+
+void BM_ComputeTwoGroupEvents(benchmark::State& state) {
+    ComputeSheet(state, synthara::bench::FillSheet);
+}
 BENCHMARK(BM_ComputeTwoGroupEvents)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void BM_ComputePersonTime(benchmark::State& state) {
+    ComputeSheet(state, synthara::bench::FillPersonTimeSheet);
+}
+BENCHMARK(BM_ComputePersonTime)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void BM_ComputeOneGroupEvents(benchmark::State& state) {
+    ComputeSheet(state, synthara::bench::FillOneGroupSheet);
+}
+BENCHMARK(BM_ComputeOneGroupEvents)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // Reading rows' results again, numbers only or with every trail: what a
 // screen, a file or "compute --trails" pays for text the sheet never keeps.

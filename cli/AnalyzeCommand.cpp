@@ -166,6 +166,7 @@ void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
 CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
     auto* cmd = app.add_subcommand("analyze", "Combine the studies: fixed and random summaries");
     AddInputOptions(*cmd, args.input, args.format, args.separators);
+    AddOptionArg(*cmd, args.options);
     cmd->add_option("--index", args.index,
                     "Effect size index, as the analysis offers it (default: the primary index)");
     cmd->add_option("--ci-level", args.ciLevel,
@@ -206,7 +207,8 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     const CommandObject<shell::Document> held(prompter);
     shell::Document& document = *held;
-    if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
+    if (const int status =
+            OpenInput(args.input, args.format, args.separators, document, err, args.options);
         status != ExitDone)
         return status;
 

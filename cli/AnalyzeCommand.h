@@ -3,6 +3,7 @@
 // their limits and weights.
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "analysis/Result.h"
 #include "sheet/grid/Cell.h"
@@ -20,6 +21,7 @@ struct AnalyzeArgs {
     std::string index;    // as the analysis offers it; "" for the sheet's primary index
     std::string ciLevel;  // "95" or "95%"; "" for the default
     bool json = false;
+    std::vector<std::string> options;  // --option NAME=VALUE
 };
 
 // Registers the subcommand; `args` receives its options when it is parsed.

@@ -8,6 +8,7 @@
 #include "cli/App.h"
 #include "cli/LocaleSeparators.h"
 #include "effectsize/Compute.h"
+#include "effectsize/Options.h"
 #include "sheet/import/ImportTable.h"
 #include "shell/FileKinds.h"
 
@@ -32,10 +33,45 @@ void AddInputOptions(CLI::App& command, std::string& input, std::string& format,
         ->type_name("NAME");
 }
 
+void AddOptionArg(CLI::App& command, std::vector<std::string>& options) {
+    command
+        .add_option("--option", options,
+                    "A computation option for this run: ImputedR, FudgeFactor, "
+                    "PoolVarianceMethod or GVarianceMethod (default: the project's value)")
+        ->type_name("NAME=VALUE")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+namespace {
+
+// The --option values, each checked as the options dialog checks it.
+int ReadOptions(const std::vector<std::string>& given, effectsize::OptionOverrides& overrides,
+                shell::Document& document, std::ostream& err) {
+    for (const std::string& option : given) {
+        if (const auto fault = effectsize::ReadOption(option, overrides)) {
+            err << *fault << '\n';
+            return ExitUsage;
+        }
+    }
+    effectsize::ComputeOptions checked;
+    overrides.ApplyTo(checked);
+    if (const auto refused = effectsize::CheckVals(checked)) {
+        document.Prompts().Message(*refused);
+        return ExitUsage;
+    }
+    return ExitDone;
+}
+
+}  // namespace
+
 int OpenInput(const std::string& input, const std::string& format,
               const sheet::NumberSeparators& separators, shell::Document& document,
-              std::ostream& err) {
-    const shell::OpenOutcome opened = document.Open(input, {format, separators});
+              std::ostream& err, const std::vector<std::string>& options) {
+    effectsize::OptionOverrides overrides;
+    if (const int status = ReadOptions(options, overrides, document, err); status != ExitDone)
+        return status;
+    const shell::OpenOutcome opened = document.Open(input, {format, separators, overrides});
     switch (opened.status) {
         case shell::OpenStatus::Opened:
             break;

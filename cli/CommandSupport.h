@@ -23,12 +23,17 @@ inline constexpr const char* kInputHelp =
 void AddInputOptions(CLI::App& command, std::string& input, std::string& format,
                      sheet::NumberSeparators& separators);
 
+// --option NAME=VALUE, repeatable: a computation option for this run.
+void AddOptionArg(CLI::App& command, std::vector<std::string>& options);
+
 // Opens INPUT into the document, which computes every row; `format` is
-// --format ("" when not given), `separators` those of --locale. Returns the exit status; on a
-// refusal the reason has been written to `err`.
+// --format ("" when not given), `separators` those of --locale, `options`
+// the values of --option, which take the place of the project's. Returns the
+// exit status; on a refusal the reason has been written to `err` (an option
+// out of range in the options dialog's words).
 int OpenInput(const std::string& input, const std::string& format,
               const sheet::NumberSeparators& separators, shell::Document& document,
-              std::ostream& err);
+              std::ostream& err, const std::vector<std::string>& options = {});
 
 // Says, for each data format of the rows read whose computation is not built
 // yet, that its rows compute nothing; the command goes on.

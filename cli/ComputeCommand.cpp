@@ -129,6 +129,7 @@ CLI::App* AddComputeCommand(CLI::App& app, ComputeArgs& args) {
     AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_flag("--json", args.json, "Print JSON");
     cmd->add_flag("--trails", args.trails, "Add each index's formula trail to the JSON");
+    AddOptionArg(*cmd, args.options);
     return cmd;
 }
 
@@ -150,7 +151,8 @@ int RunCompute(const ComputeArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     const CommandObject<shell::Document> held(prompter);
     shell::Document& document = *held;
-    if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
+    if (const int status =
+            OpenInput(args.input, args.format, args.separators, document, err, args.options);
         status != ExitDone)
         return status;
     if (args.json)

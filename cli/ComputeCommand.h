@@ -2,6 +2,7 @@
 // `compute`: every row's effect sizes, as the sheet's display columns hold them.
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "shell/Document.h"
 
@@ -16,7 +17,8 @@ struct ComputeArgs {
     std::string format;
     sheet::NumberSeparators separators;  // --locale
     bool json = false;
-    bool trails = false;  // each index's formula trail in the JSON
+    bool trails = false;               // each index's formula trail in the JSON
+    std::vector<std::string> options;  // --option NAME=VALUE
 };
 
 // Registers the subcommand; `args` receives its options when it is parsed.

@@ -7,7 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "effectsize/ComputeFromCaseControl.h"
+#include "effectsize/ComputeFromChiSquare.h"
 #include "effectsize/ComputeFromEvents.h"
+#include "effectsize/ComputeFromOneGroup.h"
+#include "effectsize/ComputeFromPersonYears.h"
+#include "effectsize/ComputeFromPeto.h"
 #include "effectsize/RolePlan.h"
 #include "effectsize/Trail.h"
 #include "sheet/catalogue/FormatCatalogue.h"
@@ -26,7 +31,17 @@ constexpr std::size_t kProcedureCount = static_cast<std::size_t>(Procedure::Comp
 // A procedure without an entry computes nothing: its rows stay invalid.
 constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
     std::array<ProcedureFn, kProcedureCount> table{};
-    table[static_cast<std::size_t>(Procedure::ComputeFromEvents)] = &ComputeFromEvents;
+    auto set = [&table](Procedure procedure, ProcedureFn fn) {
+        table[static_cast<std::size_t>(procedure)] = fn;
+    };
+    set(Procedure::ComputeFromEvents, &ComputeFromEvents);
+    set(Procedure::ComputeFromEventsCaseControl, &ComputeFromEventsCaseControl);
+    set(Procedure::ComputeFromEventsPersonYears, &ComputeFromEventsPersonYears);
+    set(Procedure::ComputeFromPeto, &ComputeFromPeto);
+    set(Procedure::ComputeFromChiSquare, &ComputeFromChiSquare);
+    set(Procedure::ComputeFromEventsOneGroup, &ComputeFromEventsOneGroup);
+    set(Procedure::ComputeFromEventsPYOneGroup, &ComputeFromEventsPYOneGroup);
+    set(Procedure::ComputeFromMeansOneGroup, &ComputeFromMeansOneGroup);
     return table;
 }
 constexpr std::array<ProcedureFn, kProcedureCount> kProcedures = MakeProcedureTable();

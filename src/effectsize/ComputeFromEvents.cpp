@@ -133,12 +133,8 @@ void MatchedCellsTrail(EventsRow& ev) {
     AddStep(t, {"D = T + V = ", T, " + ", V, " = ", G1(c[2][2])});
 }
 
-// How each cell arises from the roles; a cell entered as it is shows no result.
-struct CellLine {
-    Formula formula;
-    bool computed;
-};
-using CellLines = std::array<CellLine, 4>;
+using events::CellLine;
+using events::CellLines;
 
 constexpr CellLines CellLinesOf(EventsEntry entry) {
     switch (entry) {
@@ -168,16 +164,14 @@ constexpr CellLines CellLinesOf(EventsEntry entry) {
 }
 
 void CellsTrail(EventsRow& ev) {
-    std::string& t = ev.head;
-    t.reserve(1024);
     if (ev.layout.entry == EventsEntry::MatchedPairs) {
+        ev.head.reserve(1024);
         MatchedCellsTrail(ev);
         return;
     }
     const auto& c = ev.cells;
-    const double A = c[1][1], B = c[1][2], C = c[2][1], D = c[2][2];
-    const std::string a = G1(A), b = G1(B), cText = G1(C), d = G1(D), n1 = G1(c[1][3]),
-                      n2 = G1(c[2][3]), rateA = G1(ev.Value(RoleKind::RateA)),
+    const std::string a = G1(c[1][1]), b = G1(c[1][2]), cText = G1(c[2][1]), d = G1(c[2][2]),
+                      n1 = G1(c[1][3]), n2 = G1(c[2][3]), rateA = G1(ev.Value(RoleKind::RateA)),
                       rateB = G1(ev.Value(RoleKind::RateB));
     // Symbolic lines name the roles by their columns' labels.
     const Slots labels{
@@ -185,18 +179,9 @@ void CellsTrail(EventsRow& ev) {
         {"TotalNA", ev.Label(RoleKind::TotalNA)}, {"RateA", ev.Label(RoleKind::RateA)},
         {"EventsB", ev.Label(RoleKind::EventsB)}, {"NonEventsB", ev.Label(RoleKind::NonEventsB)},
         {"TotalNB", ev.Label(RoleKind::TotalNB)}, {"RateB", ev.Label(RoleKind::RateB)}};
-    const Slots values{{"A", a},           {"B", b},          {"C", cText},    {"D", d},
-                       {"EventsA", a},     {"NonEventsA", b}, {"TotalNA", n1}, {"RateA", rateA},
+    const Slots values{{"EventsA", a},     {"NonEventsA", b}, {"TotalNA", n1}, {"RateA", rateA},
                        {"EventsB", cText}, {"NonEventsB", d}, {"TotalNB", n2}, {"RateB", rateB}};
-    const CellLines lines = CellLinesOf(ev.layout.entry);
-    AddFormula(t, "Cells in 2x2 table", "A");
-    AddFormula(t, "Where cells are given as", "T");
-    for (const CellLine& line : lines)
-        line.formula.AddSymbols(t, &labels);
-    AddFormula(t, "", "S");
-    const std::string_view results[] = {a, b, cText, d};
-    for (std::size_t k = 0; k < lines.size(); ++k)
-        lines[k].formula.AddNumbers(t, values, lines[k].computed ? results[k] : "");
+    events::AddCellsTrail(ev, CellLinesOf(ev.layout.entry), labels, values);
 }
 
 // The raw counts of the table, whatever follows.

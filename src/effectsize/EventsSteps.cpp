@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "effectsize/FormatRoles.h"
 #include "effectsize/Trail.h"
 #include "stats/Formulas.h"
 
@@ -16,17 +17,6 @@ constexpr std::string_view kUndefined =
 constexpr std::string_view kAdded = "One or more cells was empty, so 0.5 was added to each cell";
 constexpr std::string_view kPetoTitle = "Peto Odds ratio";
 constexpr std::string_view kPi = "3.14159265358979";
-
-// A trail of a title and one step, after the head of the cells when given.
-void TitledNote(std::string& trail, const std::string* head, std::string_view title,
-                std::string_view step) {
-    if (head)
-        trail = *head;
-    else
-        trail.clear();
-    AddFormula(trail, title, "T");
-    AddFormula(trail, step, "S");
-}
 
 void AddSymbols(std::string& trail, std::initializer_list<const Formula*> formulas) {
     for (const Formula* formula : formulas)
@@ -43,6 +33,9 @@ constexpr Formula kOddsRatio{"OddsRatio = Exp({LogOddsRatio})"};
 constexpr Formula kStdDiff{"StdDiff = Sqr(3) * {LogOddsRatio} / {PI}"};
 constexpr Formula kStdDiffSE{"StdDiffSE = Sqr((3 * ({LogOddsSE} ^ 2)) / {PI} ^ 2)"};
 constexpr Formula kStdDiffVar{"StdDiffVar = {StdDiffSE} ^ 2"};
+// The case-control trail has always worded these two differently.
+constexpr Formula kCaseControlStdDiff{"StdDiff = Sqr(3) * {LogOdds} / {PI}"};
+constexpr Formula kCaseControlStdDiffVar{"StdDiffSEVar =  {StdDiffSE} ^ 2"};
 
 constexpr Formula kStdPairedDiff{"StdPairedDiff = {StdDiff} / Sqr(2 * (1 - {ImputedR}))"};
 constexpr Formula kStdPairedDiffSE{"StdPairedDiffSE = {StdDiffSE} / Sqr(2 * (1 - {ImputedR}))"};
@@ -83,15 +76,55 @@ constexpr Formula kRiskDiffSE{
 
 }  // namespace
 
+void AddCellsTrail(EventsRow& row, const CellLines& lines, const Slots& labels,
+                   const Slots& values) {
+    const auto& c = row.cells;
+    const std::string a = G1(c[1][1]), b = G1(c[1][2]), cText = G1(c[2][1]), d = G1(c[2][2]);
+    const Slots cells{{{"A", a}, {"B", b}, {"C", cText}, {"D", d}}, &values};
+    std::string& t = row.head;
+    t.reserve(1024);
+    AddFormula(t, "Cells in 2x2 table", "A");
+    AddFormula(t, "Where cells are given as", "T");
+    for (const CellLine& line : lines)
+        line.formula.AddSymbols(t, &labels);
+    AddFormula(t, "", "S");
+    const std::string_view results[] = {a, b, cText, d};
+    for (std::size_t k = 0; k < lines.size(); ++k)
+        lines[k].formula.AddNumbers(t, cells, lines[k].computed ? results[k] : "");
+}
+
+void TitledNote(std::string& trail, const std::string* head, std::string_view title,
+                std::string_view step) {
+    if (head)
+        trail = *head;
+    else
+        trail.clear();
+    AddFormula(trail, title, "T");
+    AddFormula(trail, step, "S");
+}
+
+void AddHedgesGText(std::string& trail, bool titled) {
+    static constexpr std::string_view kLines[] = {
+        "To compute g, the program computes a correction factor J,",
+        "J = 1 - (3 / (4 * df - 1))",
+        "Where df = NTot - 2",
+        "Computation of g",
+        "g = d * J",
+        "StdErr(g) = StdErr(d) * J",
+        "Variance(g) = StdErr(g) ^ 2",
+    };
+    if (titled)
+        AddFormula(trail, "Standardized mean difference corrected for bias (Hedges' g)", "T");
+    for (std::string_view line : kLines)
+        AddFormula(trail, line, "S");
+}
+
 double EventsRow::Value(sheet::RoleKind kind) const {
-    const int role = Role(kind);
-    return role >= 0 ? ws.EntryVals[static_cast<std::size_t>(role)] : 0.0;
+    return FormatRoles(format, ws).Value(kind);
 }
 
 const std::string& EventsRow::Label(sheet::RoleKind kind) const {
-    static const std::string kNone;
-    const int role = Role(kind);
-    return role >= 0 ? ws.EntryLabels[static_cast<std::size_t>(role)] : kNone;
+    return FormatRoles(format, ws).Label(kind);
 }
 
 bool LogOddsStep(EventsRow& row) {
@@ -158,13 +191,18 @@ void StdDiffStep(EventsRow& row) {
     AddFormula(t, "Standardized mean difference (d)", "T");
     AddFormula(t, "Starting with cells in 2x2 table,", "S");
     AddFormula(t, "first compute the Log odds ratio, and then convert to d.", "S");
-    AddSymbols(t, {&kStdDiff, &kStdDiffSE, &kStdDiffVar});
+    const Formula& dFormula = row.caseControl ? kCaseControlStdDiff : kStdDiff;
+    const Formula& varFormula = row.caseControl ? kCaseControlStdDiffVar : kStdDiffVar;
+    AddSymbols(t, {&dFormula, &kStdDiffSE, &varFormula});
     const std::string seText = G3(se), lor = G3(row.logOdds), lorSE = G3(row.logOddsSE);
-    const Slots values{
-        {"LogOddsRatio", lor}, {"LogOddsSE", lorSE}, {"PI", kPi}, {"StdDiffSE", seText}};
-    kStdDiff.AddNumbers(t, values, G3(d));
+    const Slots values{{"LogOddsRatio", lor},
+                       {"LogOdds", lor},
+                       {"LogOddsSE", lorSE},
+                       {"PI", kPi},
+                       {"StdDiffSE", seText}};
+    dFormula.AddNumbers(t, values, G3(d));
     kStdDiffSE.AddNumbers(t, values, seText);
-    kStdDiffVar.AddNumbers(t, values, G3(se * se));
+    varFormula.AddNumbers(t, values, G3(se * se));
     AddFormula(t, "To display computation of Odds ratio,", "S");
     AddFormula(t, "select 'Odds ratio' tab on this form.", "S");
 }
@@ -218,19 +256,19 @@ void HedgesGStep(EventsRow& row) {
 
     // The text names the default method's formula whichever method is set,
     // so it carries no numbers that the other method would contradict.
-    static constexpr std::string_view kLines[] = {
-        "To compute g, the program computes a correction factor J,",
-        "J = 1 - (3 / (4 * df - 1))",
-        "Where df = NTot - 2",
-        "Computation of g",
-        "g = d * J",
-        "StdErr(g) = StdErr(d) * J",
-        "Variance(g) = StdErr(g) ^ 2",
-    };
     std::string& t = row.Trail(Ix::HedgesG);
-    AddFormula(t, "Standardized mean difference corrected for bias (Hedges' g)", "T");
-    for (std::string_view line : kLines)
-        AddFormula(t, line, "S");
+    if (row.caseControl) {
+        static constexpr std::string_view kOpening[] = {
+            "Starting with binary data in a 2x2 table,",
+            "the program computes the Log odds ratio",
+            "then converts that to a Standardized mean difference (d).",
+            "For details on the computation of Log odds ratio",
+            "or of d, select the corresponding tab in this window.",
+        };
+        for (std::string_view line : kOpening)
+            AddFormula(t, line, t.empty() ? "T" : "S");
+    }
+    AddHedgesGText(t, !row.caseControl);
 }
 
 void CorrelationStep(EventsRow& row) {

@@ -7,6 +7,7 @@
 #include "analysis/Analysis.h"
 #include "effectsize/Compute.h"
 #include "sheet/files/ProjectFile.h"
+#include "sheet/files/SheetFormat.h"
 #include "sheet/grid/MetaRows.h"
 #include "sheet/import/ImportTable.h"
 
@@ -132,6 +133,20 @@ void Document::ComputeAll() {
     if (!ComputeRows()) return;
     SetDirty(true);
     NotifyCells({DataArea()});
+}
+
+bool Document::SetOptions(const effectsize::ComputeOptions& options) {
+    if (const auto refused = effectsize::CheckVals(options)) {
+        prompter_.Message(*refused);
+        return false;
+    }
+    options_ = options;
+    sheet::WriteStoredNumbers(sheet_, {options.ImputedR, options.FudgeFactor,
+                                       options.PoolVarianceMethod, options.GVarianceMethod});
+    ComputeRows();
+    SetDirty(true);
+    NotifyCells({DataArea()});
+    return true;
 }
 
 bool Document::EditCell(int row, int col, std::string text) {

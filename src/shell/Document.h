@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
+#include "effectsize/Options.h"
 #include "effectsize/RowResult.h"
 #include "effectsize/WorkingSet.h"
 #include "ports/Prompter.h"
@@ -26,6 +27,8 @@ struct OpenSettings {
     std::string defaultFormat;
     // How numbers typed into cells are read: the user's locale's separators.
     sheet::NumberSeparators separators;
+    // Computation options for this opening in place of those the file stores.
+    effectsize::OptionOverrides options;
 };
 
 enum class OpenStatus {
@@ -76,6 +79,11 @@ class Document {
 
     // Computes every data row with the project's options.
     void ComputeAll();
+
+    // The options dialog's Ok: options outside their range are refused with
+    // CheckVals's box and change nothing (false). Otherwise they are kept in
+    // the Settings column and every row is computed with them.
+    bool SetOptions(const effectsize::ComputeOptions& options);
 
     // The user types `text` into a data cell. An entry cell gives its row a
     // format if it has none and the row is computed again. False, and nothing

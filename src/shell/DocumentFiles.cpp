@@ -103,6 +103,7 @@ OpenOutcome Document::Open(const std::filesystem::path& path, const OpenSettings
     sheet_ = std::move(fresh);
     project_ = std::move(project);
     options_ = StoredOptions(sheet_);
+    settings.options.ApplyTo(options_);
     dataRows_ = dataRows;
     ComputeRows();
     Notify({ChangeKind::Reset, {}});

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -163,6 +165,50 @@ TEST(ComputeCommand, JsonPrintsAsTheCompactDumpOfItsValues) {
         EXPECT_EQ(rows[1].at("study"), "Two\nlines\ttab");
         EXPECT_EQ(rows[2].at("study"), "M\xC3\xBCller \xE2\x82\xAC \xF0\x9F\x98\x80");
     }
+}
+
+TEST(ComputeCommand, OptionsForTheRun) {
+    const std::string good = WriteFile("events.csv", kEvents);
+    const auto paired = [&](std::vector<std::string> options) {
+        std::vector<std::string> args{"compute", good, "--format", "Cohort 2x2 (Events)", "--json"};
+        args.insert(args.end(), options.begin(), options.end());
+        const Ran ran = RunCli(args);
+        EXPECT_EQ(ran.status, ExitDone) << ran.err;
+        const auto row = nlohmann::json::parse(ran.out)["rows"][0]["indices"];
+        return row["Std Paired Difference"]["point"].get<double>() /
+               row["Std diff in means"]["point"].get<double>();
+    };
+    // d (paired) = d / Sqr(2 * (1 - r)): equal to d at the default 0.5.
+    EXPECT_DOUBLE_EQ(paired({}), 1);
+    EXPECT_DOUBLE_EQ(paired({"--option", "ImputedR=0.3"}), 1 / std::sqrt(1.4));
+    EXPECT_DOUBLE_EQ(paired({"--option", "FudgeFactor=1.5", "--option", "ImputedR=0.75"}),
+                     1 / std::sqrt(0.5));
+
+    const struct {
+        const char* option;
+        const char* err;
+    } refused[] = {
+        {"FudgeFactor=2.5",
+         "Option outside range\n  The allowed error must fall in range of 1 to 2\n"
+         "  (recommended range is 1.01 to 1.20)\n"},
+        {"ImputedR=1",
+         "Option outside range\n  The assumed correlation\n"
+         "  must fall in the range of -0.999 to +0.999\n"},
+        {"GVarianceMethod=3", "The option GVarianceMethod must be 1 or 2\n"},
+        {"Nonsense=1",
+         "Unknown option \"Nonsense\": give ImputedR, FudgeFactor, PoolVarianceMethod or "
+         "GVarianceMethod\n"},
+    };
+    for (const auto& c : refused) {
+        const Ran ran =
+            RunCli({"compute", good, "--format", "Cohort 2x2 (Events)", "--option", c.option});
+        EXPECT_EQ(ran.status, ExitUsage) << c.option;
+        EXPECT_EQ(ran.err, c.err);
+        EXPECT_EQ(ran.out, "");
+    }
+    const Ran analyzed = RunCli({"analyze", good, "--format", "Cohort 2x2 (Events)", "--option",
+                                 "GVarianceMethod=2", "--json"});
+    EXPECT_EQ(analyzed.status, ExitDone) << analyzed.err;
 }
 
 }  // namespace

@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
+#include "OneRow.h"
 #include "effectsize/Compute.h"
 #include "effectsize/EventsSteps.h"
 #include "effectsize/Trail.h"
-#include "support/ScriptedPrompter.h"
 #include "support/Tolerance.h"
 
 namespace synthara::effectsize {
@@ -44,35 +44,11 @@ std::string EventsHead(std::string_view a, std::string_view b, std::string_view 
                   "D = Group-B Total N - C", "", a, b, c, d});
 }
 
-// One row computed straight from its entries; std::nullopt is an empty cell.
-struct Row {
-    // `framed`: through the frame, which also refuses results that are not finite.
-    Row(std::string_view format, std::vector<std::optional<double>> values, bool framed = false) {
-        ws.Reset();
-        const char* labels[] = {"Group-A Events", "Group-A Total N", "Group-B Events",
-                                "Group-B Total N", "External correlation"};
-        for (std::size_t role = 0; role < values.size(); ++role) {
-            ws.EntryLabels[role] = labels[role];
-            ws.EntryMissing[role] = !values[role];
-            ws.EntryVals[role] = values[role].value_or(0);
-        }
-        if (framed)
-            Dispatch(format, ws, context);
-        else
-            ComputeFromEvents(*sheet::FindComputedFormat(format), ws, context);
-    }
-    double Point(int i) const { return ws.Es(1, i); }
-    std::vector<int> ValidIndices() const {
-        std::vector<int> valid;
-        for (int i = 1; i <= IndexCount; ++i)
-            if (ws.IsValid(i)) valid.push_back(i);
-        return valid;
-    }
-
-    synthara::testing::ScriptedPrompter prompter;
-    ComputeOptions options;
-    ComputeContext context{options, prompter};
-    WorkingSet ws;
+// A row through ComputeFromEvents itself, or `framed`: through the frame,
+// which also refuses results that are not finite.
+struct Row : OneRow {
+    Row(std::string_view format, std::vector<std::optional<double>> values, bool framed = false)
+        : OneRow(format, values, framed ? nullptr : &ComputeFromEvents) {}
 };
 
 // The numbers of ordinary and empty-cell tables are checked against
@@ -235,7 +211,7 @@ TEST(ComputeFromEvents, RatesGiveFractionalCells) {
     EXPECT_EQ(row.Point(Ix::Events1), 0.33 * 10);
     EXPECT_TRUE(IsNear(row.Point(Ix::LogOddsRatio), std::log((3.3 * 10) / (6.7 * 10))));
     const std::string& trail = row.ws.EsFormula[Ix::LogOddsRatio];
-    EXPECT_TRUE(Contains(trail, "A = Group-A Events * Group-A Total N\r\n"));
+    EXPECT_TRUE(Contains(trail, "A = Group-A Event rate * Group-A Total N\r\n"));
     EXPECT_TRUE(Contains(trail, "A = 0.3 * 10 = 3.3\r\nB = 10 - 3.3 = 6.7\r\n"));
 }
 

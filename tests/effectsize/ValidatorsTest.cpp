@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
+#include <string>
 
 namespace synthara::effectsize {
 namespace {
@@ -95,6 +97,220 @@ TEST(Validators, ExternalCorrelation) {
         EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
         EXPECT_EQ(ws.EntryMarks[0], c.message);
     }
+}
+
+TEST(Validators, OneValueAgainstItsRange) {
+    using Check = void (*)(int, WorkingSet&);
+    const auto none = std::nullopt;
+    const struct {
+        Check check;
+        std::optional<double> value;
+        const char* message;  // "" when the value passes
+    } cases[] = {
+        {CheckN, 2, ""},
+        {CheckN, 1.99, "Sample size must be 2 or greater"},
+        {CheckN, 100000000, ""},
+        {CheckN, 100000001, "Sample size cannot be greater than 100,000,000"},
+        {CheckN, none, "Sample size is missing"},
+        {CheckNChiSq, 3.5, "Sample size must be 4 or greater"},
+        {CheckNCorr, 4, ""},
+        {CheckN1, 1, "First sample size must be 2 or greater"},
+        {CheckN2, 2e8, "Second sample size cannot be greater than 100,000,000"},
+        {CheckN1Optional, none, ""},
+        {CheckN2Optional, 1, "First sample size must be 2 or greater"},
+        {CheckSDP, 0, "Standard deviation must exceed zero"},
+        {CheckSD2, none, "Second standard deviation is missing"},
+        {CheckSe, -1, "Standard error must exceed zero"},
+        {CheckSeCorr, 1.01, "Standard error cannot exceed 1"},
+        {CheckVarianceFisher, 1, ""},
+        {CheckVariance, 0, "Variance must exceed zero"},
+        {CheckCorr, 0.99999, ""},
+        {CheckCorr, -1, "Correlation must be greater than -1"},
+        {CheckCorr, 1, "Correlation must be less than +1"},
+        {CheckFisherZ, -4.96, "Fisher's Z must fall in the range of -4.95 to +4.95"},
+        {CheckChiSq, 0, ""},
+        {CheckRate, 1.1, "Rate cannot be greater than 1.0"},
+        {CheckRatePY, 3, ""},
+        {CheckT, none, "t-value is missing"},
+        {CheckF, 0, "F-value must be greater than zero"},
+        {CheckEvents, -0.5, "Number of events cannot be less than zero"},
+        {CheckPersonYears, 0, "Person-years must be greater than zero"},
+        {CheckLogPoint, 10.5, "Point estimate must fall in range of -10 to +10"},
+        {CheckPoint, none, "The point estimate is missing"},
+        {CheckMean1, none, "First mean is missing"},
+        {CheckDesign, 4, "Study design is missing"},
+        {CheckDesign, 3, ""},
+    };
+    for (const auto& c : cases) {
+        WorkingSet ws = TwoRoles(c.value, 1);
+        c.check(0, ws);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.message)) << c.message << " " << c.value.value_or(-99);
+        EXPECT_EQ(ws.EntryMarks[0], c.message);
+    }
+}
+
+TEST(Validators, CodedChoices) {
+    const struct {
+        std::optional<double> code;
+        bool autoAllowed;
+        const char* message;
+    } directions[] = {{1, true, ""},
+                      {3, false, ""},
+                      {1, false, "Effect direction cannot be determined automatically"},
+                      {4, true, "Effect direction is missing"},
+                      {std::nullopt, true, "Effect direction is missing"}};
+    for (const auto& c : directions) {
+        WorkingSet ws = TwoRoles(c.code, 1);
+        CheckDirection(0, ws, c.autoAllowed);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
+    }
+    const struct {
+        std::optional<double> method;
+        StdTypes permitted;
+        const char* message;
+    } methods[] = {
+        {1, StdTypes::PostOnly, ""},
+        {2, StdTypes::PostOnly, "With this format, must standardize by post-score SD"},
+        {1, StdTypes::ChangeOnly, "With this format, must standardize by change score SD"},
+        {std::nullopt, StdTypes::Either, "Method for standardizing is missing"}};
+    for (const auto& c : methods) {
+        WorkingSet ws = TwoRoles(c.method, 1);
+        CheckStdType(0, ws, c.permitted);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
+    }
+}
+
+TEST(Validators, PrePostCorrelation) {
+    const auto none = std::nullopt;
+    const char* post =
+        "To standardize by post-scores using this format, the pre-post correlation is required";
+    const struct {
+        std::optional<double> r, method;
+        CorrNeed need;
+        const char* marked;
+        const char* messages;
+    } cases[] = {
+        {none, 1, CorrNeed::NeedForPost, "AB", post},
+        {none, 2, CorrNeed::NeedForChange, "AB",
+         "To standardize by change-scores using this format, the pre-post correlation is required"},
+        {none, 2, CorrNeed::NeedForPost, "", ""},
+        {1, 2, CorrNeed::NeedForNeither, "A", "Correlation must be less than +1"},
+        {0.5, 3, CorrNeed::NeedForPost, "B", "Method for standardizing is missing"},
+    };
+    for (const auto& c : cases) {
+        WorkingSet ws = TwoRoles(c.r, c.method);
+        CheckCorrOptional(0, 1, c.need, ws);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.messages;
+        const std::string marked = std::string(ws.EntryMarks[0].empty() ? "" : "A") +
+                                   (ws.EntryMarks[1].empty() ? "" : "B");
+        EXPECT_EQ(marked, c.marked) << c.messages;
+    }
+    EXPECT_TRUE(CheckCorrValid(0, TwoRoles(0.99, 1)));
+    EXPECT_FALSE(CheckCorrValid(0, TwoRoles(-1, 1)));
+    EXPECT_FALSE(CheckCorrValid(0, TwoRoles(none, 1)));
+}
+
+// Roles 0 to 3 with the values given; std::nullopt is a missing cell.
+WorkingSet Roles(std::initializer_list<std::optional<double>> values) {
+    WorkingSet ws;
+    ws.Reset();
+    std::size_t role = 0;
+    for (const auto& value : values) {
+        ws.EntryMissing[role] = !value;
+        ws.EntryVals[role] = value.value_or(0);
+        ++role;
+    }
+    return ws;
+}
+
+TEST(Validators, TestValuesAgreeWithTheMeans) {
+    const struct {
+        std::optional<double> p, tails;
+        double mean1, mean2;
+        const char* messages;
+    } pCases[] = {
+        {0.5, 1, 3, 3, ""},
+        {0.5, 1, 3, 4, "If mean difference is not zero, 1-tailed p-value cannot equal 0.500"},
+        {0.3, 2, 3, 3 + 1e-9, "If mean difference is zero, 2-tailed p-value must equal 1.000"},
+        {1, 2, 3, 4, "If mean difference is not zero, 2-tailed p-value cannot equal 1.000"},
+    };
+    for (const auto& c : pCases) {
+        WorkingSet ws = Roles({c.p, c.tails, c.mean1, c.mean2});
+        CheckPMeans(0, 1, 2, 3, ws);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.messages;
+    }
+    WorkingSet t = Roles({0, 5});
+    CheckTMeanDiff(0, 1, t);
+    EXPECT_EQ(t.RowErrors, RowErrors("If mean difference is not zero, t-value cannot equal zero"));
+    EXPECT_EQ(t.EntryMarks[1], t.EntryMarks[0]);
+    WorkingSet same = Roles({2.1, 4, 4});
+    CheckTMeans(0, 1, 2, same);
+    EXPECT_EQ(same.RowErrors, RowErrors("If mean difference is zero, t-value must equal zero"));
+
+    const struct {
+        std::optional<double> p, tails;
+        const char* messages;
+    } checkP[] = {
+        {1, 2, ""},
+        {0.5, 1, ""},
+        {0.6, 1, "One-sided p-value cannot exceed 0.500"},
+        {0, 3, "p-value must exceed zero|Tails must be either 1 or 2"},
+        {std::nullopt, std::nullopt, "p-value is missing|The number of tails is missing"},
+        {1.2, 2, "p-value cannot exceed 1.000"},
+    };
+    for (const auto& c : checkP) {
+        WorkingSet ws = Roles({c.p, c.tails});
+        CheckP(0, 1, ws);
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.messages;
+    }
+}
+
+TEST(Validators, ConfidenceLimits) {
+    const auto none = std::nullopt;
+    const struct {
+        CIKind kind;
+        std::optional<double> point, lower, upper, level;
+        CILimits limits;
+        const char* messages;
+    } cases[] = {
+        {CIKind::Raw, 24.5, 21.3, 27.7, 0.95, BothLimits, ""},
+        // Half-widths 1 and 1.1 are allowed by the default factor; 1 and 1.2 are not.
+        {CIKind::Raw, 10, 9, 11.1, 0.95, BothLimits, ""},
+        {CIKind::Raw, 10, 9, 11.2, 0.95, BothLimits,
+         "The lower and upper limits are not symmetric"},
+        {CIKind::Ratio, 2, 1, 4, 0.95, BothLimits, ""},
+        {CIKind::Ratio, 2, 1, 5, 0.95, BothLimits,
+         "Log values for lower and upper limits are not symmetric"},
+        {CIKind::Raw, 1, 2, 0.5, 0.95, BothLimits,
+         "The lower limit must be less than the point value|"
+         "The lower limit must be less than the upper limit|"
+         "The upper limit must be greater than the point value|"
+         "The upper limit must be greater than the lower limit"},
+        {CIKind::Ratio, 2, -1, 3, 0.95, BothLimits,
+         "The lower limit must be greater than zero|The lower limit must exceed zero"},
+        {CIKind::Ratio, 2, -1, none, 0.95, LowerOnly,
+         "The lower limit must exceed zero|The lower limit must be greater than zero"},
+        {CIKind::Raw, 2, none, 1, 0.95, UpperOnly,
+         "The upper limit must be greater than the point value"},
+        {CIKind::Raw, none, none, none, none, NoLimits,
+         "The point estimate is missing|The lower and upper limits are missing|"
+         "The confidence level is missing"},
+        {CIKind::Ratio, 0, 1, 2, 0.5, BothLimits,
+         "The confidence level must fall in the range of .600 to .999|"
+         "The point estimate must exceed zero"},
+    };
+    for (const auto& c : cases) {
+        WorkingSet ws = Roles({c.point, c.lower, c.upper, c.level});
+        ComputeOptions options;
+        EXPECT_EQ(CheckCI(c.kind, 0, 1, 2, 3, ws, options), c.limits) << c.messages;
+        EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.messages;
+    }
+    // A factor of exactly 1 becomes 1.0001 in the options, and lets equal half-widths pass.
+    ComputeOptions exact{0.5, 1, 1, 1};
+    WorkingSet ws = Roles({10, 9, 11, 0.95});
+    CheckCI(CIKind::Raw, 0, 1, 2, 3, ws, exact);
+    EXPECT_EQ(exact.FudgeFactor, 1.0001);
+    EXPECT_EQ(ws.RowErrors, "");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The open project: what its listeners hear, when it is dirty, and that a
 // failed open leaves it as it was.
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -174,6 +175,38 @@ TEST_F(DocumentTest, OpeningTellsListenersOfANewSheet) {
     ASSERT_EQ(recorder.changes.size(), 1u);
     EXPECT_EQ(recorder.changes.front().kind, ChangeKind::Reset);
     EXPECT_EQ(recorder.dirty_, std::vector<bool>{true});
+}
+
+TEST_F(DocumentTest, OptionsAreKeptWithTheProjectAndComputeEveryRow) {
+    const int row = FixedRowCount + 1;
+    const int paired = DisplayCol(14, sheet::AttrPoint), d = DisplayCol(12, sheet::AttrPoint);
+    const sheet::Grid& flex = document.Sheet().Flex();
+    ASSERT_DOUBLE_EQ(flex.At(row, paired).Number(), flex.At(row, d).Number());
+
+    // Out of range: the dialog's box, and nothing changes.
+    EXPECT_FALSE(document.SetOptions({0.5, 2.5, 1, 1}));
+    EXPECT_EQ(prompter.Only(),
+              "Option outside range|The allowed error must fall in range of 1 to 2    |"
+              "(recommended range is 1.01 to 1.20)");
+    EXPECT_TRUE(recorder.changes.empty());
+    EXPECT_EQ(document.Options().FudgeFactor, 1.1);
+
+    ASSERT_TRUE(document.SetOptions({0.3, 1.2, 2, 2}));
+    EXPECT_DOUBLE_EQ(flex.At(row, paired).Number(), flex.At(row, d).Number() / std::sqrt(1.4));
+    const int settings = document.Sheet().SettingsCol();
+    EXPECT_EQ(flex.Text(sheet::SettingsRow::ImputedR, settings), "0.3");
+    EXPECT_EQ(flex.Text(sheet::SettingsRow::FudgeFactor, settings), "1.2");
+    EXPECT_EQ(flex.Text(sheet::SettingsRow::GVarianceMethod, settings), "2");
+    EXPECT_TRUE(document.Dirty());
+    ASSERT_EQ(recorder.changes.size(), 1u);
+
+    // A saved project opens with its own options.
+    const std::string path = TempFile("options.syn");
+    ASSERT_TRUE(document.Save(path).ok);
+    Document reopened(prompter);
+    ASSERT_TRUE(reopened.Open(path).ok());
+    EXPECT_EQ(reopened.Options().ImputedR, 0.3);
+    EXPECT_EQ(reopened.Options().PoolVarianceMethod, 2);
 }
 
 }  // namespace

@@ -33,48 +33,48 @@ using enum RoleKind;
 // Roles in entry order, with the pieces a column title is composed of.
 // clang-format off
 constexpr RoleDef kEventsRoles[] = {
-    Whole("Events"),
-    Whole("Sample size"),
+    As(Events, Whole("Events")),
+    As(SampleSize, Whole("Sample size")),
 };
 constexpr RoleDef kNonEventsRoles[] = {
-    Whole("Non-events"),
-    Whole("Sample size"),
+    As(NonEvents, Whole("Non-events")),
+    As(SampleSize, Whole("Sample size")),
 };
 constexpr RoleDef kEventsAndNonEventsRoles[] = {
-    Whole("Events"),
-    Whole("Non-events"),
+    As(Events, Whole("Events")),
+    As(NonEvents, Whole("Non-events")),
 };
 constexpr RoleDef kEventRateRoles[] = {
-    Dec("Event rate"),
-    Whole("Sample size"),
+    As(EventRate, Dec("Event rate")),
+    As(SampleSize, Whole("Sample size")),
 };
 constexpr RoleDef kMeanSDRoles[] = {
-    Dec("Mean"),
-    Dec("Standard deviation"),
-    Whole("Sample size"),
+    As(Mean, Dec("Mean")),
+    As(SD, Dec("Standard deviation")),
+    As(SampleSize, Whole("Sample size")),
 };
 constexpr RoleDef kMeanCIRoles[] = {
-    Dec("Mean"),
-    Dec("Lower Limit"),
-    Dec("Upper Limit"),
-    Whole("Sample size"),
-    Dec("Confidence level"),
+    As(Mean, Dec("Mean")),
+    As(LowerLimit, Dec("Lower Limit")),
+    As(UpperLimit, Dec("Upper Limit")),
+    As(SampleSize, Whole("Sample size")),
+    As(ConfidenceLevel, Dec("Confidence level")),
 };
 constexpr RoleDef kMeanSERoles[] = {
-    Dec("Mean"),
-    Dec("Standard error"),
+    As(Mean, Dec("Mean")),
+    As(StdErr, Dec("Standard error")),
 };
 constexpr RoleDef kMeanVarianceRoles[] = {
-    Dec("Mean"),
-    Dec("Variance"),
+    As(Mean, Dec("Mean")),
+    As(Variance, Dec("Variance")),
 };
 constexpr RoleDef kEventsPersonYearsInOneGroupRoles[] = {
-    Whole("Events"),
-    Dec("Person Years"),
+    As(Events, Whole("Events")),
+    As(PersonYears, Dec("Person Years")),
 };
 constexpr RoleDef kEventRatePersonYearsInOneGroupRoles[] = {
-    Dec("Event rate"),
-    Dec("Person Years"),
+    As(PYRate, Dec("Event rate")),
+    As(PersonYears, Dec("Person Years")),
 };
 constexpr RoleDef kCohort2x2EventsRoles[] = {
     As(EventsA, Whole("Group-A Events", "Group-A", "Events")),
@@ -101,9 +101,9 @@ constexpr RoleDef kCohort2x2RatesRoles[] = {
     As(TotalNB, Whole("Group-B Total N", "Group-B", "Total N")),
 };
 constexpr RoleDef kChiSquaredFor2x2Roles[] = {
-    Dec("Chi-squared", "Chi Squared"),
-    Whole("Total N", "Total N"),
-    Dec("Effect direction", "Effect direction"),
+    As(ChiSquared, Dec("Chi-squared", "Chi Squared")),
+    As(SampleSize, Whole("Total N", "Total N")),
+    As(EffectDirection, Dec("Effect direction", "Effect direction")),
 };
 constexpr RoleDef kMatched2x2EventPairsRoles[] = {
     As(PairsBothEvents, Whole("Both Events", "Both", "Events")),
@@ -140,22 +140,22 @@ constexpr RoleDef kMatched2x2RatesRoles[] = {
     As(ExternalCorrelation, Dec("External correlation")),
 };
 constexpr RoleDef kCaseControl2x2ExpUnexpRoles[] = {
-    Whole("Exposed Cases", "Exposed", "Cases"),
-    Whole("Unexposed Cases", "Unexposed", "Cases"),
-    Whole("Exposed Controls", "Exposed", "Controls"),
-    Whole("Unexposed Controls", "Unexposed", "Controls"),
+    As(ExposedCases, Whole("Exposed Cases", "Exposed", "Cases")),
+    As(UnexposedCases, Whole("Unexposed Cases", "Unexposed", "Cases")),
+    As(ExposedControls, Whole("Exposed Controls", "Exposed", "Controls")),
+    As(UnexposedControls, Whole("Unexposed Controls", "Unexposed", "Controls")),
 };
 constexpr RoleDef kCaseControl2x2ExpTotalRoles[] = {
-    Whole("Exposed Cases", "Exposed", "Cases"),
-    Whole("Total Cases", "Total", "Cases"),
-    Whole("Exposed Controls", "Exposed", "Controls"),
-    Whole("Total Controls", "Total", "Controls"),
+    As(ExposedCases, Whole("Exposed Cases", "Exposed", "Cases")),
+    As(TotalCases, Whole("Total Cases", "Total", "Cases")),
+    As(ExposedControls, Whole("Exposed Controls", "Exposed", "Controls")),
+    As(TotalControls, Whole("Total Controls", "Total", "Controls")),
 };
 constexpr RoleDef kCaseControl2x2ProportionsRoles[] = {
-    Dec("Propn Cases Exposed", "Propn", "Cases", "Exposed"),
-    Whole("Total Cases", "Total", "Cases"),
-    Dec("Propn Controls Exposed", "Propn", "Controls", "Exposed"),
-    Whole("Total Controls", "Total", "Controls"),
+    As(PropnCasesExposed, Dec("Propn Cases Exposed", "Propn", "Cases", "Exposed")),
+    As(TotalCases, Whole("Total Cases", "Total", "Cases")),
+    As(PropnControlsExposed, Dec("Propn Controls Exposed", "Propn", "Controls", "Exposed")),
+    As(TotalControls, Whole("Total Controls", "Total", "Controls")),
 };
 constexpr RoleDef kOddsRatioRoles[] = {
     Dec("Odds ratio"),
@@ -172,8 +172,8 @@ constexpr RoleDef kLogORVarRoles[] = {
     Dec("Variance (log)"),
 };
 constexpr RoleDef kOERoles[] = {
-    Dec("O-E"),
-    Dec("V"),
+    As(PetoOE, Dec("O-E")),
+    As(PetoV, Dec("V")),
 };
 constexpr RoleDef kRiskRatioRoles[] = {
     Dec("Risk ratio"),
@@ -607,16 +607,16 @@ constexpr RoleDef kPValueForCorrelationRoles[] = {
     Dec("Effect direction"),
 };
 constexpr RoleDef kEventsPersonYearsRoles[] = {
-    Whole("Group-A Events", "Group-A", "Events"),
-    Dec("Group-A Person Years", "Group-A", "Person years"),
-    Whole("Group-B Events", "Group-B", "Events"),
-    Dec("Group-B Person Years", "Group-B", "Person years"),
+    As(EventsA, Whole("Group-A Events", "Group-A", "Events")),
+    As(PersonYearsA, Dec("Group-A Person Years", "Group-A", "Person years")),
+    As(EventsB, Whole("Group-B Events", "Group-B", "Events")),
+    As(PersonYearsB, Dec("Group-B Person Years", "Group-B", "Person years")),
 };
 constexpr RoleDef kRatesAndPersonYearsRoles[] = {
-    Whole("Group-A Rate", "Group-A", "Events", "rate"),
-    Whole("Group-A Person Years", "Group-A", "Person years"),
-    Whole("Group-B Rate", "Group-B", "Events", "rate"),
-    Whole("Group-B Person Years", "Group-B", "Person years"),
+    As(PYRateA, Whole("Group-A Rate", "Group-A", "Events", "rate")),
+    As(PersonYearsA, Whole("Group-A Person Years", "Group-A", "Person years")),
+    As(PYRateB, Whole("Group-B Rate", "Group-B", "Events", "rate")),
+    As(PersonYearsB, Whole("Group-B Person Years", "Group-B", "Person years")),
 };
 constexpr RoleDef kRateRatioCIRoles[] = {
     Dec("Rate ratio"),
@@ -729,30 +729,39 @@ constexpr std::span<const std::string_view> kShowNothing{};
 // In the wizard's order: branch, family, design, then the formats of a node.
 constexpr FormatDef kFormats[] = {
     {"Events and sample size", "Events", kEventsRoles, Procedure::ComputeFromEventsOneGroup,
-     kShowEventRate, Branch::OneGroup, "Dichotomous (number of events)", "Raw data", false},
+     kShowEventRate, Branch::OneGroup, "Dichotomous (number of events)", "Raw data", false,
+     OneGroupEventsLayout{EventsEntry::EventsAndN}},
     {"Non-events and sample size", "Non-events", kNonEventsRoles,
      Procedure::ComputeFromEventsOneGroup, kShowEventRate, Branch::OneGroup,
-     "Dichotomous (number of events)", "Raw data", false},
+     "Dichotomous (number of events)", "Raw data", false,
+     OneGroupEventsLayout{EventsEntry::NonEventsAndN}},
     {"Events and non-events", "Events and non-events", kEventsAndNonEventsRoles,
      Procedure::ComputeFromEventsOneGroup, kShowEventRate, Branch::OneGroup,
-     "Dichotomous (number of events)", "Raw data", false},
+     "Dichotomous (number of events)", "Raw data", false,
+     OneGroupEventsLayout{EventsEntry::EventsAndNonEvents}},
     {"Event rate and sample size", "Event rate", kEventRateRoles,
      Procedure::ComputeFromEventsOneGroup, kShowEventRate, Branch::OneGroup,
-     "Dichotomous (number of events)", "Raw data", false},
+     "Dichotomous (number of events)", "Raw data", false,
+     OneGroupEventsLayout{EventsEntry::RateAndN}},
     {"Mean, SD and sample size", "Mean, SD", kMeanSDRoles, Procedure::ComputeFromMeansOneGroup,
-     kShowMean, Branch::OneGroup, "Continuous (means)", "Raw data", false},
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Raw data", false,
+     OneGroupMeansLayout{MeanEntry::SDAndN}},
     {"Mean and confidence limits", "Mean, CI", kMeanCIRoles, Procedure::ComputeFromMeansOneGroup,
-     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false},
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false,
+     OneGroupMeansLayout{MeanEntry::Limits}},
     {"Mean and standard error", "Mean, SE", kMeanSERoles, Procedure::ComputeFromMeansOneGroup,
-     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false},
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false,
+     OneGroupMeansLayout{MeanEntry::StdErr}},
     {"Mean and variance", "Mean, Variance", kMeanVarianceRoles, Procedure::ComputeFromMeansOneGroup,
-     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false},
+     kShowMean, Branch::OneGroup, "Continuous (means)", "Computed effect sizes", false,
+     OneGroupMeansLayout{MeanEntry::Variance}},
     {"Events and person years", "Events, person-years in one group",
      kEventsPersonYearsInOneGroupRoles, Procedure::ComputeFromEventsPYOneGroup, kShowRate,
-     Branch::OneGroup, "Rates (events by person years)", "Raw data", false},
+     Branch::OneGroup, "Rates (events by person years)", "Raw data", false,
+     OneGroupPYLayout{false}},
     {"Event rate and person years", "Event rate, person-years in one group",
      kEventRatePersonYearsInOneGroupRoles, Procedure::ComputeFromEventsPYOneGroup, kShowRate,
-     Branch::OneGroup, "Rates (events by person years)", "Raw data", false},
+     Branch::OneGroup, "Rates (events by person years)", "Raw data", false, OneGroupPYLayout{true}},
     {"Events and sample size in each group", "Cohort 2x2 (Events)", kCohort2x2EventsRoles,
      Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
@@ -776,7 +785,8 @@ constexpr FormatDef kFormats[] = {
     {"Chi-squared and total sample size", "Chi-squared for 2x2", kChiSquaredFor2x2Roles,
      Procedure::ComputeFromChiSquare, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
-     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false},
+     "Unmatched groups, prospective (e.g., controlled trials, cohort studies)", false,
+     ChiSquareLayout{}},
     {"Matched 2x2 table", "Matched 2x2 (Event pairs)", kMatched2x2EventPairsRoles,
      Procedure::ComputeFromEvents, kShowOddsRatio, Branch::TwoGroups,
      "Dichotomous (number of events)",
@@ -805,15 +815,18 @@ constexpr FormatDef kFormats[] = {
     {"Exposed and unexposed for cases and controls", "Case control 2x2 (Exp/Unexp)",
      kCaseControl2x2ExpUnexpRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
      Branch::TwoGroups, "Dichotomous (number of events)",
-     "Unmatched groups, retrospective (e.g., case control studies)", true},
+     "Unmatched groups, retrospective (e.g., case control studies)", true,
+     CaseControlLayout{CaseControlEntry::ExposedAndUnexposed}},
     {"Exposed and total for cases and controls", "Case control 2x2 (Exp/Total)",
      kCaseControl2x2ExpTotalRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
      Branch::TwoGroups, "Dichotomous (number of events)",
-     "Unmatched groups, retrospective (e.g., case control studies)", true},
+     "Unmatched groups, retrospective (e.g., case control studies)", true,
+     CaseControlLayout{CaseControlEntry::ExposedAndTotal}},
     {"Proportion exposed and total for cases and controls", "Case control 2x2 (Proportions)",
      kCaseControl2x2ProportionsRoles, Procedure::ComputeFromEventsCaseControl, kShowOddsRatio,
      Branch::TwoGroups, "Dichotomous (number of events)",
-     "Unmatched groups, retrospective (e.g., case control studies)", true},
+     "Unmatched groups, retrospective (e.g., case control studies)", true,
+     CaseControlLayout{CaseControlEntry::ProportionAndTotal}},
     {"Odds ratio and confidence limits", "Odds ratio", kOddsRatioRoles, Procedure::ComputePointLog,
      kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
      false},
@@ -824,7 +837,8 @@ constexpr FormatDef kFormats[] = {
      kShowOddsRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
      false},
     {"Peto's (O-E) and V", "O-E", kOERoles, Procedure::ComputeFromPeto, kShowPetoOddsRatio,
-     Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes", false},
+     Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes", false,
+     PetoLayout{}},
     {"Risk ratio and confidence limits", "Risk ratio", kRiskRatioRoles, Procedure::ComputePointLog,
      kShowRiskRatio, Branch::TwoGroups, "Dichotomous (number of events)", "Computed effect sizes",
      false},
@@ -1000,10 +1014,11 @@ constexpr FormatDef kFormats[] = {
      "Correlation", "Computed effect sizes", false},
     {"Events and person years in each group", "Events, person-years", kEventsPersonYearsRoles,
      Procedure::ComputeFromEventsPersonYears, kShowRateRatio, Branch::TwoGroups,
-     "Rates (events by person years)", "Unmatched groups", true},
+     "Rates (events by person years)", "Unmatched groups", true, PersonYearsLayout{false}},
     {"Event rate and person years in each group", "Rates and person-years",
      kRatesAndPersonYearsRoles, Procedure::ComputeFromEventsPersonYears, kShowRateRatio,
-     Branch::TwoGroups, "Rates (events by person years)", "Unmatched groups", true},
+     Branch::TwoGroups, "Rates (events by person years)", "Unmatched groups", true,
+     PersonYearsLayout{true}},
     {"Rate ratio and confidence limits", "Rate ratio, CI", kRateRatioCIRoles,
      Procedure::ComputePointLog, kShowRateRatio, Branch::TwoGroups,
      "Rates (events by person years)", "Computed effect sizes", true},

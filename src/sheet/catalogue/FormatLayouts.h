@@ -30,6 +30,40 @@ enum class RoleKind : std::uint8_t {
     PairsOnlyA,
     PairsOnlyB,
     PairsBothNonEvents,
+    // Case-control tables: exposure counted among cases and among controls.
+    ExposedCases,
+    UnexposedCases,
+    TotalCases,
+    PropnCasesExposed,
+    ExposedControls,
+    UnexposedControls,
+    TotalControls,
+    PropnControlsExposed,
+    // Person-time in two groups (events as EventsA and EventsB).
+    PersonYearsA,
+    PersonYearsB,
+    PYRateA,  // events per person-year
+    PYRateB,
+    // One group.
+    Events,
+    NonEvents,
+    SampleSize,
+    EventRate,  // a proportion
+    PersonYears,
+    PYRate,  // events per person-year
+    Mean,
+    SD,
+    StdErr,
+    Variance,
+    LowerLimit,
+    UpperLimit,
+    ConfidenceLevel,
+    // Peto's observed minus expected and its variance.
+    PetoOE,
+    PetoV,
+    // A chi-squared test of a 2-by-2 table.
+    ChiSquared,
+    EffectDirection,
 };
 
 // Two-group event data: what the user typed for each group.
@@ -69,9 +103,44 @@ constexpr bool NeedsExternalCorrelation(const EventsLayout& layout) {
     return layout.paired && layout.entry != EventsEntry::MatchedPairs;
 }
 
+// Case-control data: what the user typed for cases and for controls.
+enum class CaseControlEntry : std::uint8_t {
+    ExposedAndUnexposed,
+    ExposedAndTotal,
+    ProportionAndTotal
+};
+struct CaseControlLayout {
+    CaseControlEntry entry = CaseControlEntry::ExposedAndUnexposed;
+};
+
+// Events over person-time in two groups, or in one: events or a rate per person-year.
+struct PersonYearsLayout {
+    bool rates = false;
+};
+struct OneGroupPYLayout {
+    bool rate = false;
+};
+
+// One proportion: the entries as in one arm of a two-group table.
+struct OneGroupEventsLayout {
+    EventsEntry entry = EventsEntry::EventsAndN;
+};
+
+// One mean, with what gives its spread.
+enum class MeanEntry : std::uint8_t { SDAndN, StdErr, Variance, Limits };
+struct OneGroupMeansLayout {
+    MeanEntry entry = MeanEntry::SDAndN;
+};
+
+// Formats that are the only one of their procedure.
+struct PetoLayout {};
+struct ChiSquareLayout {};
+
 // A format's variant within its procedure's family: one type per family.
 // std::monostate where no procedure is built for the format yet, and for
 // names a procedure accepts without having a table for them.
-using FormatLayout = std::variant<std::monostate, EventsLayout>;
+using FormatLayout = std::variant<std::monostate, EventsLayout, CaseControlLayout,
+                                  PersonYearsLayout, OneGroupPYLayout, OneGroupEventsLayout,
+                                  OneGroupMeansLayout, PetoLayout, ChiSquareLayout>;
 
 }  // namespace synthara::sheet

@@ -43,6 +43,15 @@ StoredNumbers ReadStoredNumbers(const Sheet& sheet) {
     return numbers;
 }
 
+void WriteStoredNumbers(Sheet& sheet, const StoredNumbers& numbers) {
+    const int col = sheet.SettingsCol();
+    if (col < 0) return;
+    sheet.SetText(SettingsRow::ImputedR, col, FormatNumber(numbers.ImputedR));
+    sheet.SetText(SettingsRow::FudgeFactor, col, FormatNumber(numbers.FudgeFactor));
+    sheet.SetText(SettingsRow::PoolVarianceMethod, col, std::to_string(numbers.PoolVarianceMethod));
+    sheet.SetText(SettingsRow::GVarianceMethod, col, std::to_string(numbers.GVarianceMethod));
+}
+
 void PreSave(Sheet& sheet) {
     const Grid& grid = sheet.Flex();
     for (int c = 0; c < grid.Cols(); ++c)

@@ -16,6 +16,8 @@ struct StoredNumbers {
 };
 // A cell that isn't a number leaves its default.
 StoredNumbers ReadStoredNumbers(const Sheet& sheet);
+// Keeps the four numbers in the Settings column, where a save takes them.
+void WriteStoredNumbers(Sheet& sheet, const StoredNumbers& numbers);
 
 // Records each column's width into SavedWidth, just before the grid is written.
 void PreSave(Sheet& sheet);

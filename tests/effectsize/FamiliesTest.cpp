@@ -1,0 +1,362 @@
+// The event families besides the two-group table, and the one-group
+// families: each format's indices against numbers worked out by hand from
+// the published formulas, and its refusals.
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "OneRow.h"
+#include "support/Tolerance.h"
+
+namespace synthara::effectsize {
+namespace {
+
+using synthara::testing::IsNear;
+constexpr auto none = std::nullopt;
+
+using Row = OneRow;
+
+// An index's expected numbers; a spread of nullopt is not checked.
+struct Expect {
+    int index;
+    double point;
+    std::optional<double> se = std::nullopt;
+};
+
+struct ValidCase {
+    const char* what;
+    const char* format;
+    std::vector<std::optional<double>> values;
+    std::vector<Expect> expect;
+};
+
+void CheckValid(const ValidCase& c) {
+    const Row row(c.format, c.values);
+    EXPECT_EQ(row.ws.RowErrors, "") << c.what;
+    for (const Expect& e : c.expect) {
+        EXPECT_TRUE(row.ws.IsValid(e.index)) << c.what << ", index " << e.index;
+        EXPECT_TRUE(IsNear(row.ws.Es(1, e.index), e.point)) << c.what << ", index " << e.index;
+        if (e.se) {
+            EXPECT_TRUE(IsNear(row.ws.Es(2, e.index), *e.se)) << c.what << ", index " << e.index;
+            EXPECT_TRUE(IsNear(row.ws.Es(3, e.index), *e.se * *e.se)) << c.what;
+        }
+    }
+}
+
+struct RefusedCase {
+    const char* what;
+    const char* format;
+    std::vector<std::optional<double>> values;
+    std::vector<std::string> errors;
+};
+
+void CheckRefused(const RefusedCase& c) {
+    const Row row(c.format, c.values);
+    EXPECT_EQ(row.Errors(), c.errors) << c.what;
+    EXPECT_TRUE(row.ValidIndices().empty()) << c.what;
+}
+
+constexpr const char* kPY = "Events and person years in each group";
+constexpr const char* kPYRates = "Event rate and person years in each group";
+
+TEST(PersonTime, IndicesOfTwoGroups) {
+    const ValidCase cases[] = {
+        // Rates of .02 on 500 and .05 on 400 person-years are 10 and 20 events.
+        {"rates",
+         kPYRates,
+         {0.02, 500, 0.05, 400},
+         {{Ix::LogRateRatio, -0.916290731874155, 0.3872983346207417},
+          {Ix::RateRatio, 0.4},
+          {Ix::RateDifference, -0.03, 0.012845232578665129},
+          {Ix::PYCellA, 10},
+          {Ix::PYCellB, 500},
+          {Ix::EventsPY3, 30},
+          {Ix::NPY3, 900}}},
+        // No events in either group: 0.5 in each, still valid.
+        {"both rates 0",
+         kPY,
+         {0, 100, 0, 200},
+         {{Ix::LogRateRatio, 0.6931471805599453, 2},
+          {Ix::RateDifference, 0, 0.0079056941504209},
+          {Ix::EventsPY1, 0},
+          {Ix::PYCellC, 0},
+          {Ix::NPY2, 200}}},
+        // One rate of 0: the difference is of the raw rates, its variance of the raised events.
+        {"one rate 0",
+         kPY,
+         {0, 100, 4, 100},
+         {{Ix::LogRateRatio, std::log(0.5 / 4.5), std::sqrt(1 / 0.5 + 1 / 4.5)},
+          {Ix::RateDifference, -0.04, std::sqrt(0.5 / 1e4 + 4.5 / 1e4)},
+          {Ix::EventsPY3, 4}}},
+    };
+    for (const ValidCase& c : cases)
+        CheckValid(c);
+
+    const Row bothZero(kPY, {0, 100, 0, 200});
+    EXPECT_TRUE(bothZero.ws.EsFormula[Ix::LogRateRatio].starts_with(
+        "Rate ratio\r\nCannot be computed when event rate is 0% in both groups\r\n\r\nRate ratio"));
+    EXPECT_EQ(bothZero.ws.EsFormula[Ix::RateRatio], bothZero.ws.EsFormula[Ix::LogRateRatio]);
+}
+
+TEST(PersonTime, RefusedRows) {
+    const RefusedCase cases[] = {
+        {"missing",
+         kPY,
+         {none, 100, 5, none},
+         {"One of the required values is missing", "One of the required values is missing"}},
+        {"each group in turn",
+         kPY,
+         {-1, 0, 2, -5},
+         {"Number of events cannot be less than zero", "Person-years must be greater than zero",
+          "Person-years must be greater than zero"}},
+        {"negative rate", kPYRates, {-0.1, 10, 0.2, 10}, {"Rate cannot be less than zero"}},
+        {"too much person-time",
+         kPY,
+         {1, 6e7, 1, 5e7},
+         {"Total person years cannot be greater than 100,000,000"}},
+    };
+    for (const RefusedCase& c : cases)
+        CheckRefused(c);
+}
+
+TEST(OneGroup, EventRates) {
+    const ValidCase cases[] = {
+        {"non-events",
+         "Non-events and sample size",
+         {3, 10},
+         {{Ix::LogitEventRate, 0.8472978603872037, 0.6900655593423543},
+          {Ix::EventRate, 0.7},
+          {Ix::N0, 10},
+          {Ix::Events0, 7},
+          {Ix::OneCellB, 3}}},
+        {"events and non-events",
+         "Events and non-events",
+         {4, 6},
+         {{Ix::LogitEventRate, -0.4054651081081644, 0.6454972243679028}, {Ix::EventRate, 0.4}}},
+        {"rate",
+         "Event rate and sample size",
+         {0.25, 40},
+         {{Ix::LogitEventRate, -1.0986122886681098, 0.3651483716701107}, {Ix::Events0, 10}}},
+        // Events equal to N: no non-events, so 0.5 goes to both and the total grows by one.
+        {"every subject",
+         "Events and sample size",
+         {12, 12},
+         {{Ix::LogitEventRate, 3.2188758248682006, 1.4422205101855958},
+          {Ix::N0, 13},
+          {Ix::OneCellA, 12.5},
+          {Ix::OneCellB, 0.5}}},
+    };
+    for (const ValidCase& c : cases)
+        CheckValid(c);
+
+    const RefusedCase refused[] = {
+        {"one subject", "Events and sample size", {1, 1}, {"Sample size cannot be less than 2"}},
+        {"more events than subjects",
+         "Events and sample size",
+         {5, 4},
+         {"Events cannot exceed Sample size"}},
+        {"a rate above one",
+         "Event rate and sample size",
+         {1.5, 1},
+         {"Event rate cannot be greater than one", "Sample size cannot be less than two"}},
+        {"one in all", "Events and non-events", {1, 0}, {"Total N cannot be less than 2"}},
+        {"missing",
+         "Non-events and sample size",
+         {none, none},
+         {"One of the required values is missing", "One of the required values is missing"}},
+    };
+    for (const RefusedCase& c : refused)
+        CheckRefused(c);
+}
+
+TEST(OneGroup, RatesOverPersonTime) {
+    const ValidCase cases[] = {
+        {"events",
+         "Events and person years",
+         {5, 100},
+         {{Ix::Rate, 0.05, 0.022360679774997897},
+          {Ix::NPY0, 100},
+          {Ix::EventsPY0, 5},
+          {Ix::PY1CellA, 5},
+          {Ix::PY1CellB, 100}}},
+        {"rate",
+         "Event rate and person years",
+         {0.02, 250},
+         {{Ix::Rate, 0.02, 0.008944271909999159}, {Ix::EventsPY0, 5}}},
+        // No events: half an event over half a person-year more; the cells keep what was entered.
+        {"no events",
+         "Events and person years",
+         {0, 100},
+         {{Ix::Rate, 0.004975124378109453, 0.007035888370015399},
+          {Ix::NPY0, 100},
+          {Ix::EventsPY0, 0.5},
+          {Ix::PY1CellA, 0}}},
+    };
+    for (const ValidCase& c : cases)
+        CheckValid(c);
+    CheckRefused({"zero person-time",
+                  "Event rate and person years",
+                  {0.1, 0},
+                  {"Person-years must be greater than zero"}});
+    CheckRefused({"missing events",
+                  "Events and person years",
+                  {none, 10},
+                  {"The number of events is missing"}});
+}
+
+TEST(OneGroup, Means) {
+    const char* limits = "Mean and confidence limits";
+    const ValidCase cases[] = {
+        {"SD",
+         "Mean, SD and sample size",
+         {10, 3, 25},
+         {{Ix::Mean, 10, 0.6}, {Ix::Mean0, 10}, {Ix::SD0, 3}, {Ix::MeanN0, 25}, {Ix::N0, 25}}},
+        {"standard error", "Mean and standard error", {-2, 0.4}, {{Ix::Mean, -2, 0.4}}},
+        {"variance", "Mean and variance", {-3.1, 0.49}, {{Ix::Mean, -3.1, 0.7}}},
+        // The half-width from the mean to the lower limit over t(.95, 17).
+        {"lower limit only",
+         limits,
+         {24.5, 21.3, none, 18, 0.9},
+         {{Ix::Mean, 24.5, 1.8394962217810633}, {Ix::N0, 18}}},
+    };
+    for (const ValidCase& c : cases)
+        CheckValid(c);
+
+    const RefusedCase refused[] = {
+        {"SD zero, N one",
+         "Mean, SD and sample size",
+         {1, 0, 1},
+         {"Standard deviation must exceed zero", "Sample size must be 2 or greater"}},
+        {"no limits",
+         limits,
+         {24.5, none, none, 18, 0.95},
+         {"The lower and upper limits are missing"}},
+        {"limits on one side",
+         limits,
+         {24.5, 25, 27.7, 1, 0.95},
+         {"The lower limit must be less than the point value",
+          "First sample size must be 2 or greater"}},
+        {"variance missing", "Mean and variance", {1, none}, {"Variance is missing"}},
+    };
+    for (const RefusedCase& c : refused)
+        CheckRefused(c);
+
+    const Row sd("Mean, SD and sample size", {10, 3, 25});
+    EXPECT_EQ(sd.ws.EsFormula[Ix::Mean],
+              "Starting with\r\nMean, SD and Sample size\r\n\r\nMean\r\nMean = Given\r\n"
+              "MeanSE = SD * Sqr(1 / n)\r\nMean = 10.000\r\nMeanSE = 3.000 * Sqr(1 / 25) = 0.600");
+}
+
+TEST(Peto, FromObservedMinusExpected) {
+    CheckValid({"ordinary",
+                "Peto's (O-E) and V",
+                {3, 4},
+                {{Ix::LogPetoOddsRatio, 0.75, 0.5},
+                 {Ix::PetoOddsRatio, std::exp(0.75)},
+                 {Ix::PetoOE, 3},
+                 {Ix::PetoV, 4}}});
+    // 620 is the largest log ratio computed.
+    CheckValid({"at the limit", "Peto's (O-E) and V", {620, 1}, {{Ix::LogPetoOddsRatio, 620, 1}}});
+    const Row above("Peto's (O-E) and V", {620.5, 1});
+    EXPECT_TRUE(above.ValidIndices().empty());
+    EXPECT_EQ(above.ws.EsFormula[Ix::PetoV],
+              "Peto Odds ratio\r\ncannot be computed from entered data\r\n");
+    CheckRefused({"nothing",
+                  "Peto's (O-E) and V",
+                  {none, none},
+                  {"The value O-E is missing", "The value V is missing"}});
+    CheckRefused({"V negative", "Peto's (O-E) and V", {1, -1}, {"The value V must exceed 0"}});
+}
+
+TEST(ChiSquare, CorrelationAndItsConversions) {
+    const char* format = "Chi-squared and total sample size";
+    CheckValid({"negative",
+                format,
+                {4, 100, 2},
+                {{Ix::Correlation, -0.2, 0.09747323185282744},
+                 {Ix::FishersZ, -0.2027325540540822, 0.10153461651336192},
+                 {Ix::StdDiffInMeans, -0.4082482904638631, 0.2072566680724196},
+                 {Ix::HedgesG, -0.40511595063933215, 0.2056664634580532},
+                 {Ix::LogOddsRatio, -0.7404804896930605, 0.3759220127830566}}});
+    CheckValid({"no association", format, {0, 50, 3}, {{Ix::Correlation, 0}, {Ix::FishersZ, 0}}});
+    CheckRefused(
+        {"ranges",
+         format,
+         {101, 3, 1},
+         {"Chi-squared must fall in the range of 0 to 100", "Sample size must be 4 or greater"}});
+    CheckRefused({"ratio to N",
+                  format,
+                  {50, 40, 0},
+                  {"Ratio of chi-sq to N must be less than 1.0", "Effect direction is missing"}});
+}
+
+TEST(CaseControl, OddsRatioFromEachLayout) {
+    // Exposed 20 of 50 cases and 10 of 100 controls, in each layout.
+    const std::vector<Expect> expect = {
+        {Ix::LogOddsRatio, 1.791759469228055, 0.44095855184409843},
+        {Ix::OddsRatio, 6},
+        {Ix::StdDiffInMeans, 0.9878487690310408, 0.24311319131500006},
+        {Ix::HedgesG, 0.982834308274538, 0.24187911420172595},
+        {Ix::StdPairedDifference, 0.9878487690310408},
+        // The correlation counts cases and controls as its two groups.
+        {Ix::Correlation, 0.4221481420775815, 0.08537766945627959},
+        {Ix::FishersZ, 0.45030312448192494, 0.10389220014805121},
+        {Ix::CcN1, 50},
+        {Ix::CcN2, 100},
+        {Ix::CcN3, 150},
+        {Ix::Exposed1, 20},
+        {Ix::Exposed2, 10},
+        {Ix::Exposed3, 30},
+        {Ix::MHCellA, 20},
+        {Ix::MHCellB, 10},
+        {Ix::MHCellC, 30},
+        {Ix::MHCellD, 90}};
+    CheckValid({"exposed and unexposed",
+                "Exposed and unexposed for cases and controls",
+                {20, 30, 10, 90},
+                expect});
+    CheckValid({"exposed and total",
+                "Exposed and total for cases and controls",
+                {20, 50, 10, 100},
+                expect});
+    CheckValid({"proportions",
+                "Proportion exposed and total for cases and controls",
+                {0.4, 50, 0.1, 100},
+                expect});
+
+    const Row row("Exposed and total for cases and controls", {20, 50, 10, 100});
+    for (int i : {Ix::LogRiskRatio, Ix::RiskDifference, Ix::LogPetoOddsRatio})
+        EXPECT_FALSE(row.ws.IsValid(i)) << i;
+    EXPECT_TRUE(row.ws.EsFormula[Ix::LogPetoOddsRatio].ends_with(
+        "D = 100 - 10 = 90\r\n\r\nPeto Odds ratio\r\n"
+        "Peto odds ratio is not computed for case control studies"));
+    EXPECT_TRUE(row.ws.EsFormula[Ix::RiskDifference].ends_with(
+        "Risk difference\r\nIs not computed for case control studies"));
+    EXPECT_NE(row.ws.EsFormula[Ix::StdDiffInMeans].find(
+                  "StdDiff = Sqr(3) * LogOdds / PI\r\nStdDiffSE = Sqr((3 * (LogOddsSE ^ 2)) / PI ^ "
+                  "2)\r\nStdDiffSEVar =  StdDiffSE ^ 2"),
+              std::string::npos);
+}
+
+TEST(CaseControl, UndefinedAndRefusedTables) {
+    // No exposure at all: no odds ratio, but the counts and the cells stand.
+    const Row none0("Exposed and unexposed for cases and controls", {0, 30, 0, 90});
+    EXPECT_EQ(none0.ValidIndices(), (std::vector<int>{27, 28, 29, 30, 37, 38, 39, 40, 41, 42}));
+    EXPECT_TRUE(none0.ws.EsFormula[Ix::HedgesG].ends_with(
+        "Cannot be computed when event rate is 0% or 100% in both groups"));
+
+    CheckRefused({"exposed above total",
+                  "Exposed and total for cases and controls",
+                  {60, 50, 10, 100},
+                  {"Exposed Cases cannot exceed Total Cases"}});
+    CheckRefused({"missing",
+                  "Exposed and unexposed for cases and controls",
+                  {1, none, 2, 3},
+                  {"One of the required values is missing"}});
+}
+
+}  // namespace
+}  // namespace synthara::effectsize
