@@ -16,6 +16,7 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args) {
     AddInputOptions(*cmd, args.input, args.format, args.separators);
     cmd->add_option("OUTPUT", args.output, "The project (.syn) or template (.syt) to write")
         ->required();
+    AddOptionArg(*cmd, args.options);
     return cmd;
 }
 
@@ -27,9 +28,13 @@ int RunConvert(const ConvertArgs& args, std::ostream& out, std::ostream& err) {
     CliPrompter prompter(err);
     const CommandObject<shell::Document> held(prompter);
     shell::Document& document = *held;
-    if (const int status = OpenInput(args.input, args.format, args.separators, document, err);
+    if (const int status =
+            OpenInput(args.input, args.format, args.separators, document, err, args.options);
         status != ExitDone)
         return status;
+    // The project written keeps the options its cells were computed with, so
+    // that opening it computes the same numbers.
+    if (!args.options.empty() && !document.SetOptions(document.Options())) return ExitRefused;
     const sheet::FileResult saved = document.Save(args.output);
     if (!saved.ok) {
         err << args.output << ": " << saved.message << '\n';

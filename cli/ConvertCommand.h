@@ -3,6 +3,7 @@
 // file or from another project, computed as typing the cells would leave it.
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "sheet/grid/Cell.h"
 
@@ -17,6 +18,7 @@ struct ConvertArgs {
     std::string output;
     std::string format;
     sheet::NumberSeparators separators;  // --locale
+    std::vector<std::string> options;    // --option NAME=VALUE
 };
 
 CLI::App* AddConvertCommand(CLI::App& app, ConvertArgs& args);

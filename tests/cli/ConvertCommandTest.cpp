@@ -38,6 +38,25 @@ TEST(ConvertCommand, ProjectGivesTheSameNumbersAsItsTextFile) {
     }
 }
 
+// A project written with --option keeps it: opening it computes what the
+// conversion computed.
+TEST(ConvertCommand, ProjectKeepsTheOptionsItWasComputedWith) {
+    const std::string csv = WriteFile("options.csv", kTrials);
+    const std::string syn = ::testing::TempDir() + "options.syn";
+    const std::vector<std::string> given = {"--format", "Cohort 2x2 (Events)", "--option",
+                                            "ImputedR=0.3"};
+    std::vector<std::string> convert = {"convert", csv, syn};
+    convert.insert(convert.end(), given.begin(), given.end());
+    ASSERT_EQ(RunCli(convert).status, ExitDone);
+
+    std::vector<std::string> compute = {"compute", csv, "--json"};
+    compute.insert(compute.end(), given.begin(), given.end());
+    const auto withOption = RunCli(compute).out;
+    EXPECT_EQ(RunCli({"compute", syn, "--json"}).out, withOption);
+    EXPECT_NE(RunCli({"compute", csv, "--format", "Cohort 2x2 (Events)", "--json"}).out,
+              withOption);
+}
+
 TEST(ConvertCommand, Refusals) {
     const std::string csv = WriteFile("refusals.csv", kTrials);
     const std::string notProject = WriteFile("not-a-project.syn", "Study name\nA\n");

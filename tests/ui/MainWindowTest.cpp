@@ -14,10 +14,9 @@ namespace {
 TEST(MainWindowTest, ShowsTheExampleAndSavesAScreenshot) {
     ports::SilentPrompter prompter;
     shell::Document document(prompter);
-    ASSERT_TRUE(document
-                    .Open(SYNTHARA_EXAMPLES "/bcg-vaccine-trials.csv",
-                          {"Events and sample size in each group", {}})
-                    .ok());
+    shell::OpenSettings settings;
+    settings.defaultFormat = "Events and sample size in each group";
+    ASSERT_TRUE(document.Open(SYNTHARA_EXAMPLES "/bcg-vaccine-trials.csv", settings).ok());
     MainWindow window(document);
     window.show();
     auto* view = window.findChild<QTableView*>();
