@@ -108,12 +108,17 @@ class Document {
     // of display column `col`, else of the primary index; "" when the row
     // has none.
     std::string RowTrail(int row, int col) const;
+    // The index whose trail RowTrail gives for column `col`; 0 for none.
+    int TrailIndex(int col) const;
     // The user drags column `from` to position `to`. A move the sheet's rules
     // refuse says why in a box and changes nothing. True when it moved.
     bool MoveColumn(int from, int to);
     // The user picks the tab of a block: the current tab, and the columns
     // shown when only the current block is shown. True when it changed.
     bool SelectBlockTab(int tab);
+    // "Merge rows": the rows sorted by their identifying columns, whose equal
+    // neighbouring cells are then drawn as one; off draws every cell.
+    void SetMergeRows(bool on);
 
     // A data-entry block of the format (long or short name), with its display
     // columns, as the wizard makes it. False for an unknown name.

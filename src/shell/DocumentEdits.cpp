@@ -13,6 +13,7 @@
 #include "sheet/blocks/ColumnMoves.h"
 #include "sheet/grid/MetaRows.h"
 #include "sheet/grid/NumberFormats.h"
+#include "sheet/rows/StudyRows.h"
 #include "shell/Document.h"
 
 namespace synthara::shell {
@@ -249,6 +250,15 @@ bool Document::SelectBlockTab(int tab) {
         Notify({ChangeKind::Structure, {}});
     }
     return true;
+}
+
+void Document::SetMergeRows(bool on) {
+    const std::uint64_t before = sheet_.Flex().Revision();
+    project_.MergeRowsOn = on;
+    sheet::MergeRows(sheet_, on);
+    if (sheet_.Flex().Revision() == before) return;
+    SetDirty(true);
+    Notify({ChangeKind::Structure, {}});
 }
 
 }  // namespace synthara::shell

@@ -48,17 +48,23 @@ std::string Document::DisplayText(int row, int col) const {
     return CellText(row, col);
 }
 
-std::string Document::RowTrail(int row, int col) const {
+int Document::TrailIndex(int col) const {
     const sheet::Grid& flex = sheet_.Flex();
-    if (row < flex.FixedRows() || row >= flex.Rows()) return {};
-    int index = 0;
-    if (sheet_.MetaIs(col, MetaRow::Function, "Display"))
-        index = sheet::IndexNumber(sheet_.Meta(col, MetaRow::IndexName));
-    for (int c = flex.FixedCols(); index == 0 && c < flex.Cols(); ++c)
+    if (sheet_.MetaIs(col, MetaRow::Function, "Display")) {
+        const int index = sheet::IndexNumber(sheet_.Meta(col, MetaRow::IndexName));
+        if (index > 0) return index;
+    }
+    for (int c = flex.FixedCols(); c < flex.Cols(); ++c)
         if (sheet_.MetaIs(c, MetaRow::Function, "Display") &&
             sheet_.MetaIs(c, MetaRow::DisplayClass, "Primary"))
-            index = sheet::IndexNumber(sheet_.Meta(c, MetaRow::IndexName));
-    if (index <= 0) return {};
+            return sheet::IndexNumber(sheet_.Meta(c, MetaRow::IndexName));
+    return 0;
+}
+
+std::string Document::RowTrail(int row, int col) const {
+    const sheet::Grid& flex = sheet_.Flex();
+    const int index = TrailIndex(col);
+    if (row < flex.FixedRows() || row >= flex.Rows() || index <= 0) return {};
     const int formula =
         sheet_.DisplayColTable()[static_cast<std::size_t>(index)][sheet::AttrFormula];
     return formula > 0 ? CellText(row, formula) : std::string();

@@ -1,9 +1,10 @@
 // The sheet as a person sees it, saved as a picture to look at: the example
-// trials with their computed columns, the cursor on a result and its trail.
+// trials with their computed columns, the cursor on a study and its trail.
 #include <QApplication>
 #include <QDir>
-#include <QPlainTextEdit>
+#include <QScrollBar>
 
+#include "sheet/TrailPanel.h"
 #include "support/SheetFixture.h"
 
 namespace synthara::ui {
@@ -16,15 +17,17 @@ TEST_F(SheetFixture, SavesAScreenshotOfTheExample) {
     widget->show();
     // On the study name, the trail shown is the primary index's.
     widget->SetCurrentCell(sheet::FixedRowCount + 1, ColumnTitled("Study name"));
-    // The first block at the left, with the results beside it.
-    widget->View().scrollTo(Model().index(0, DisplayCol(1, sheet::AttrPoint)));
-    widget->View().scrollTo(Model().index(0, ColumnTitled("Group-A Events")));
     QApplication::processEvents();
-    auto* trail = widget->findChild<QPlainTextEdit*>();
+    // The first block at the left beside the frozen columns.
+    SheetView& view = widget->View();
+    view.horizontalScrollBar()->setValue(
+        view.horizontalScrollBar()->value() +
+        view.columnViewportPosition(ColumnTitled("Group-A Events")) - view.FrozenWidth());
+    QApplication::processEvents();
+    const auto* trail = widget->findChild<TrailPanel*>();
     ASSERT_NE(trail, nullptr);
-    EXPECT_TRUE(
-        trail->toPlainText().contains("LogOddsRatio = Log((6 * 274) / (300 * 29)) = -1.666"))
-        << trail->toPlainText().toStdString();
+    EXPECT_EQ(trail->Caption(), "Odds ratio, row 2: Ferguson & Simes 1949");
+    EXPECT_TRUE(trail->Trail().contains("LogOddsRatio = Log((6 * 274) / (300 * 29)) = -1.666"));
     QDir().mkpath(SYNTHARA_SCREENSHOTS);
     EXPECT_TRUE(widget->grab().save(SYNTHARA_SCREENSHOTS "/sheet.png"));
 }

@@ -141,6 +141,8 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
 
 Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {
     if (!index.isValid()) return Qt::NoItemFlags;
+    // The fixed columns (row numbers, the format name) label the rows.
+    if (index.column() < document_.Sheet().Flex().FixedCols()) return Qt::ItemIsEnabled;
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
     if (editor_ != nullptr && document_.CellEditable(GridRow(index.row()), index.column()))
         flags |= Qt::ItemIsEditable;

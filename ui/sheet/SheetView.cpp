@@ -138,9 +138,13 @@ void SheetView::UncoverFromFrozen(const QModelIndex& index) {
 }
 
 QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    const QModelIndex current = QTableView::moveCursor(action, modifiers);
-    UncoverFromFrozen(current);
-    return current;
+    const QModelIndex next = QTableView::moveCursor(action, modifiers);
+    // The frozen columns are labels, not cells to walk into.
+    if (next.isValid() && next.column() < frozenCount_ && currentIndex().isValid() &&
+        currentIndex().column() >= frozenCount_)
+        return currentIndex();
+    UncoverFromFrozen(next);
+    return next;
 }
 
 void SheetView::scrollTo(const QModelIndex& index, ScrollHint hint) {

@@ -1,24 +1,58 @@
 #include "sheet/TrailPanel.h"
 
 #include <QFontDatabase>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
 
 #include "shell/Document.h"
 
 namespace synthara::ui {
 
 TrailPanel::TrailPanel(const shell::Document& document, QWidget* parent)
-    : QPlainTextEdit(parent), document_(document) {
-    setReadOnly(true);
-    setLineWrapMode(NoWrap);
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setPlaceholderText(tr("The computation of the current row is shown here."));
+    : QWidget(parent),
+      document_(document),
+      caption_(new QLabel(this)),
+      text_(new QPlainTextEdit(this)) {
+    caption_->setContentsMargins(6, 3, 6, 3);
+    QFont bold = caption_->font();
+    bold.setBold(true);
+    caption_->setFont(bold);
+    text_->setReadOnly(true);
+    text_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text_->setPlaceholderText(tr("The computation of the current row is shown here."));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(caption_);
+    layout->addWidget(text_);
 }
 
 void TrailPanel::ShowCell(int row, int col) {
-    row_ = row;
     const std::string trail = row >= 0 ? document_.RowTrail(row, col) : std::string();
+    QString caption;
+    if (!trail.empty()) {
+        const sheet::Sheet& sheet = document_.Sheet();
+        const int index = document_.TrailIndex(col);
+        caption =
+            tr("%1, row %2")
+                .arg(QString::fromStdString(sheet.IndexNames()[static_cast<std::size_t>(index)]))
+                .arg(row - sheet.Flex().FixedRows() + 1);
+        if (const int study = sheet.GetCol(0, 1); study >= 0 && !sheet.Flex().IsBlank(row, study))
+            caption += QStringLiteral(": ") + QString::fromStdString(sheet.Flex().Text(row, study));
+    }
+    caption_->setText(caption);
     const QString text = QString::fromStdString(trail);
-    if (text != toPlainText()) setPlainText(text);
+    if (text != text_->toPlainText()) text_->setPlainText(text);
+}
+
+QString TrailPanel::Caption() const {
+    return caption_->text();
+}
+
+QString TrailPanel::Trail() const {
+    return text_->toPlainText();
 }
 
 }  // namespace synthara::ui

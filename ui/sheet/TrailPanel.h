@@ -1,7 +1,11 @@
 #pragma once
 // Under the grid: the trail of the current row's computation for the index
-// of the current display column, or the primary index, in a fixed font.
-#include <QPlainTextEdit>
+// of the current display column, or the primary index, in a fixed font under
+// a caption that names the index and the row.
+#include <QWidget>
+
+class QLabel;
+class QPlainTextEdit;
 
 namespace synthara::shell {
 class Document;
@@ -9,18 +13,20 @@ class Document;
 
 namespace synthara::ui {
 
-class TrailPanel final : public QPlainTextEdit {
+class TrailPanel final : public QWidget {
     Q_OBJECT
   public:
     explicit TrailPanel(const shell::Document& document, QWidget* parent = nullptr);
 
     // Shows the trail of sheet cell (row, col); -1 for none.
     void ShowCell(int row, int col);
-    int Row() const { return row_; }
+    QString Caption() const;
+    QString Trail() const;
 
   private:
     const shell::Document& document_;
-    int row_ = -1;
+    QLabel* caption_;
+    QPlainTextEdit* text_;
 };
 
 }  // namespace synthara::ui

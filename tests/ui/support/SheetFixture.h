@@ -3,7 +3,9 @@
 // a recorder of the boxes shown and the undo stack the widget edits through.
 #include <gtest/gtest.h>
 
+#include <QString>
 #include <QUndoStack>
+#include <ostream>
 #include <string>
 
 #include "sheet/SheetModel.h"
@@ -12,6 +14,11 @@
 #include "sheet/grid/MetaRows.h"
 #include "shell/Document.h"
 #include "support/ScriptedPrompter.h"
+
+// Failures print texts as texts.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
 
 namespace synthara::ui {
 
@@ -29,11 +36,11 @@ class SheetFixture : public ::testing::Test {
     SheetModel& Model() { return widget->Model(); }
     const sheet::Sheet& Sheet() const { return document.Sheet(); }
 
-    // The grid column titled so; -1 when none.
-    int ColumnTitled(const std::string& title) const {
+    // The grid column titled so (the `nth` from the left, from 0); -1 when none.
+    int ColumnTitled(const std::string& title, int nth = 0) const {
         const sheet::Grid& flex = Sheet().Flex();
         for (int c = 0; c < flex.Cols(); ++c)
-            if (flex.Text(sheet::MetaRow::ColumnHeader, c) == title) return c;
+            if (flex.Text(sheet::MetaRow::ColumnHeader, c) == title && nth-- == 0) return c;
         return -1;
     }
     int DisplayCol(int index, int attr) const {
