@@ -8,7 +8,10 @@
 namespace synthara::shell {
 
 std::string FormatCellNumber(double value, std::string_view format) {
-    if (format.empty() || !std::isfinite(value)) return sheet::FormatNumber(value);
+    // Beyond the digits a double holds, fixed decimals would only print noise.
+    constexpr double kLargestFixed = 1e15;
+    if (format.empty() || !std::isfinite(value) || std::fabs(value) >= kLargestFixed)
+        return sheet::FormatNumber(value);
     int decimals = 0;
     if (format.size() > 2 && format.substr(0, 2) == "0.") {
         for (char c : format.substr(2)) {
@@ -18,7 +21,9 @@ std::string FormatCellNumber(double value, std::string_view format) {
     } else if (format != "0") {
         return sheet::FormatNumber(value);
     }
-    char text[400];  // room for the largest double written out in full
+    constexpr int kMostDecimals = 20;
+    if (decimals > kMostDecimals) return sheet::FormatNumber(value);
+    char text[64];
     std::snprintf(text, sizeof text, "%.*f", decimals, value);
     std::string out = text;
     // A value that rounds to zero reads as zero, without a sign.
