@@ -175,31 +175,29 @@ void SheetModel::SheetChanged(const shell::SheetChange& change) {
     }
 }
 
+void SheetModel::ResizeAtEnd(Qt::Orientation orientation, int& count, int wanted) {
+    const bool columns = orientation == Qt::Horizontal;
+    if (wanted > count) {
+        columns ? beginInsertColumns({}, count, wanted - 1)
+                : beginInsertRows({}, count, wanted - 1);
+        count = wanted;
+        columns ? endInsertColumns() : endInsertRows();
+    } else if (wanted < count) {
+        columns ? beginRemoveColumns({}, wanted, count - 1)
+                : beginRemoveRows({}, wanted, count - 1);
+        count = wanted;
+        columns ? endRemoveColumns() : endRemoveRows();
+    }
+}
+
 // Columns added or removed at the end of the model, then everything laid out
 // again: the data stays where it is, only which column shows what moved.
 void SheetModel::ChangeStructure() {
     const sheet::Grid& flex = document_.Sheet().Flex();
-    const int cols = flex.Cols();
-    if (cols > cols_) {
-        beginInsertColumns({}, cols_, cols - 1);
-        cols_ = cols;
-        endInsertColumns();
-    } else if (cols < cols_) {
-        beginRemoveColumns({}, cols, cols_ - 1);
-        cols_ = cols;
-        endRemoveColumns();
-    }
+    ResizeAtEnd(Qt::Horizontal, cols_, flex.Cols());
     int rows = 0;
     std::vector<int> shown = ShownRows(rows);
-    if (rows > rows_) {
-        beginInsertRows({}, rows_, rows - 1);
-        rows_ = rows;
-        endInsertRows();
-    } else if (rows < rows_) {
-        beginRemoveRows({}, rows, rows_ - 1);
-        rows_ = rows;
-        endRemoveRows();
-    }
+    ResizeAtEnd(Qt::Vertical, rows_, rows);
     emit layoutAboutToBeChanged();
     firstRow_ = flex.FixedRows();
     shownRows_ = std::move(shown);

@@ -53,6 +53,8 @@ class SheetModel final : public QAbstractTableModel, private shell::DocumentList
   private:
     void SheetChanged(const shell::SheetChange& change) override;
     void ChangeStructure();
+    // Columns or rows added or removed at the end until there are `wanted`.
+    void ResizeAtEnd(Qt::Orientation orientation, int& count, int wanted);
     void CellsChanged(const shell::CellRange& range);
     // The shown data rows; empty while none is hidden, the usual case.
     std::vector<int> ShownRows(int& count) const;

@@ -30,7 +30,6 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
       undoAction_(undo.createUndoAction(this)),
       redoAction_(undo.createRedoAction(this)) {
     model_->SetEditor(editor_.get());
-    view_->setContextMenuPolicy(Qt::CustomContextMenu);
     tabs_->setDrawBase(false);
     tabs_->setExpanding(false);
 
@@ -58,17 +57,25 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
 
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current, const QModelIndex&) { CurrentChanged(current); });
-    connect(view_, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
-        const QModelIndex at = view_->indexAt(pos);
-        if (at.isValid())
-            emit ContextMenuAt(model_->GridRow(at.row()), at.column(),
-                               view_->viewport()->mapToGlobal(pos));
-    });
+    // The frozen columns lie over the grid: their clicks reach the overlay.
+    for (QTableView* view : {static_cast<QTableView*>(view_), &view_->Frozen()}) {
+        view->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(view, &QWidget::customContextMenuRequested, this, [this, view](const QPoint& pos) {
+            const QModelIndex at = view->indexAt(pos);
+            if (at.isValid())
+                emit ContextMenuAt(model_->GridRow(at.row()), at.column(),
+                                   view->viewport()->mapToGlobal(pos));
+        });
+    }
     connect(view_, &SheetView::ColumnDragged, this,
             [this](int from, int to) { document_.MoveColumn(from, to); });
     connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
     connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);
     connect(model_, &SheetModel::StructureChanged, this, &SheetWidget::RebuildTabs);
+    // The commands name cells by row and column: once columns have moved or
+    // rows were sorted, or another sheet was opened, they would write
+    // elsewhere.
+    connect(model_, &SheetModel::StructureChanged, &undo_, &QUndoStack::clear);
     connect(model_, &SheetModel::dataChanged, this,
             [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
                 const int row = view_->currentIndex().row();
@@ -78,7 +85,10 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
     RebuildTabs();
 }
 
-SheetWidget::~SheetWidget() = default;
+SheetWidget::~SheetWidget() {
+    // The model outlives the editor by a moment, as a child of this widget.
+    model_->SetEditor(nullptr);
+}
 
 int SheetWidget::CurrentRow() const {
     const QModelIndex current = view_->currentIndex();
