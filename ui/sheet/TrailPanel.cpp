@@ -27,6 +27,7 @@ TrailPanel::TrailPanel(const shell::Document& document, QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(caption_);
     layout->addWidget(text_);
+    caption_->hide();
 }
 
 void TrailPanel::ShowCell(int row, int col) {
@@ -43,8 +44,15 @@ void TrailPanel::ShowCell(int row, int col) {
             caption += QStringLiteral(": ") + QString::fromStdString(sheet.Flex().Text(row, study));
     }
     caption_->setText(caption);
+    caption_->setVisible(!caption.isEmpty());
     const QString text = QString::fromStdString(trail);
     if (text != text_->toPlainText()) text_->setPlainText(text);
+}
+
+QSize TrailPanel::sizeHint() const {
+    constexpr int kLines = 7;
+    return {QWidget::sizeHint().width(),
+            text_->fontMetrics().lineSpacing() * kLines + caption_->sizeHint().height()};
 }
 
 QString TrailPanel::Caption() const {

@@ -22,6 +22,8 @@ class TrailPanel final : public QWidget {
     void ShowCell(int row, int col);
     QString Caption() const;
     QString Trail() const;
+    // A few lines high: the grid takes most of the height, the trail scrolls.
+    QSize sizeHint() const override;
 
   private:
     const shell::Document& document_;
