@@ -1,7 +1,6 @@
 #include "shell/Document.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "analysis/Analysis.h"
@@ -12,22 +11,6 @@
 #include "sheet/import/ImportTable.h"
 
 namespace synthara::shell {
-
-namespace {
-
-// Runs of neighbouring columns of one row as ranges.
-std::vector<CellRange> RowRuns(int row, const std::set<int>& cols) {
-    std::vector<CellRange> runs;
-    for (int col : cols) {
-        if (!runs.empty() && runs.back().lastCol + 1 == col)
-            runs.back().lastCol = col;
-        else
-            runs.push_back({row, row, col, col});
-    }
-    return runs;
-}
-
-}  // namespace
 
 Document::Document(ports::Prompter& prompter) : prompter_(prompter), sheet_(prompter) {
     sheet_.InitializeGrid();
@@ -150,41 +133,8 @@ bool Document::SetOptions(const effectsize::ComputeOptions& options) {
 }
 
 bool Document::EditCell(int row, int col, std::string text) {
-    const sheet::Grid& flex = sheet_.Flex();
-    if (row < flex.FixedRows() || row >= flex.Rows() || col < flex.FixedCols() ||
-        col >= flex.Cols())
-        return false;
-    if (flex.TextIs(row, col, text)) return false;
-    if (text.empty())
-        sheet_.ClearCell(row, col);
-    else
-        sheet_.SetText(row, col, std::move(text));
-    dataRows_ = std::max(dataRows_, row - sheet::FixedRowCount + 1);
-
-    // What the computation of the row may write: its system cells, its entry
-    // cells (red marks) and every display column.
-    std::set<int> touched{col};
-    if (sheet_.MetaIs(col, sheet::MetaRow::Function, "Data Entry")) {
-        sheet_.FindFormats(row, row);
-        effectsize::ComputeContext context{options_, prompter_};
-        int first = row;
-        int last = row;
-        effectsize::Compute(sheet_, first, last, context);
-        for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
-            if (sheet_.MetaIs(c, sheet::MetaRow::Function, "Data Entry") ||
-                sheet_.MetaIs(c, sheet::MetaRow::Function, "Display"))
-                touched.insert(c);
-        }
-        for (int c :
-             {sheet_.FormatCol(), sheet_.MergeTypeCol(), sheet_.NickNameCol(), sheet_.ErrorCol()})
-            if (c >= 0) touched.insert(c);
-    }
-    SetDirty(true);
-    std::vector<CellRange> ranges{{row, row, col, col}};
-    for (const CellRange& run : RowRuns(row, touched))
-        if (!(run.firstCol == col && run.lastCol == col)) ranges.push_back(run);
-    NotifyCells(std::move(ranges));
-    return true;
+    if (row < sheet_.Flex().FixedRows()) return false;
+    return !FinishEdit(row, col, std::move(text)).Empty();
 }
 
 bool Document::AddBlock(std::string_view format) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/Analysis.h"
@@ -17,6 +18,7 @@
 #include "ports/Prompter.h"
 #include "sheet/files/Project.h"
 #include "sheet/grid/Sheet.h"
+#include "shell/CellEdits.h"
 #include "shell/SheetChange.h"
 
 namespace synthara::shell {
@@ -29,6 +31,13 @@ struct OpenSettings {
     sheet::NumberSeparators separators;
     // Computation options for this opening in place of those the file stores.
     effectsize::OptionOverrides options;
+
+    // The defaults, with `format` for rows that name none.
+    static OpenSettings ForFormat(std::string format) {
+        OpenSettings settings;
+        settings.defaultFormat = std::move(format);
+        return settings;
+    }
 };
 
 enum class OpenStatus {
@@ -85,10 +94,47 @@ class Document {
     // the Settings column and every row is computed with them.
     bool SetOptions(const effectsize::ComputeOptions& options);
 
-    // The user types `text` into a data cell. An entry cell gives its row a
-    // format if it has none and the row is computed again. False, and nothing
-    // said, when the cell is not a data cell or already reads so.
+    // The user types `text` into a data cell, as FinishEdit does it. False,
+    // and nothing said, when the cell is not one the user may type into or
+    // already reads so.
     bool EditCell(int row, int col, std::string text);
+
+    // Editing in the grid, as the desktop's sheet does it.
+    //
+    // The user's texts for cells (FinishEdit), in order: a title in row 0
+    // makes the column's title manual; a data cell is written ("" clears
+    // it), a free column becomes one with data, an entry cell gives its row
+    // the block's format (or moves a row that holds nothing else from
+    // another block's format, with a box) and computes the row. Cells the
+    // user may not type into are left alone. Gives what was written; empty
+    // when nothing changed. Listeners are told once, at the end.
+    EditDelta FinishEdits(const std::vector<CellEdit>& edits);
+    EditDelta FinishEdit(int row, int col, std::string text);
+    // Writes one side of an edit's delta back (Before undoes it, After does
+    // it again) and computes the rows it touched, without boxes.
+    void ApplyDelta(const EditDelta& delta, DeltaSide side);
+    // Whether the user may type into the cell: data rows of the user's own
+    // columns and of entry columns, not computed or system cells, and not
+    // another block's grey cell while the row holds entries.
+    bool CellEditable(int row, int col) const;
+    // The text the screen shows: computed numbers in the column's number
+    // format, everything else as CellText gives it.
+    std::string DisplayText(int row, int col) const;
+    // The trail the screen shows under the grid for a data row: of the index
+    // of display column `col`, else of the primary index; "" when the row
+    // has none.
+    std::string RowTrail(int row, int col) const;
+    // The index whose trail RowTrail gives for column `col`; 0 for none.
+    int TrailIndex(int col) const;
+    // The user drags column `from` to position `to`. A move the sheet's rules
+    // refuse says why in a box and changes nothing. True when it moved.
+    bool MoveColumn(int from, int to);
+    // The user picks the tab of a block: the current tab, and the columns
+    // shown when only the current block is shown. True when it changed.
+    bool SelectBlockTab(int tab);
+    // "Merge rows": the rows sorted by their identifying columns, whose equal
+    // neighbouring cells are then drawn as one; off draws every cell.
+    void SetMergeRows(bool on);
 
     // A data-entry block of the format (long or short name), with its display
     // columns, as the wizard makes it. False for an unknown name.
@@ -117,6 +163,14 @@ class Document {
     void NotifyDirty();
     // The data rows in use, first to last; last < first when there are none.
     CellRange DataArea() const;
+    // Editing in the grid: one edit's writes, and the ranges a row's
+    // computation may have rewritten.
+    void FinishOne(const CellEdit& edit, EditDelta& delta, std::vector<CellRange>& ranges);
+    void WriteRecorded(int row, int col, const std::string& text, EditDelta& delta);
+    void MoveRowToBlock(int row, int col, EditDelta& delta);
+    void RefreshValueList(int col, EditDelta& delta);
+    std::vector<CellRange> RowRanges(int row, int col, bool computed) const;
+    bool RowHasOtherEntries(int row, int col) const;
 
     ports::Prompter& prompter_;
     sheet::Sheet sheet_;

@@ -1,5 +1,6 @@
 // The open project: what its listeners hear, when it is dirty, and that a
 // failed open leaves it as it was.
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,7 @@
 
 #include "sheet/files/ProjectFile.h"
 #include "sheet/grid/MetaRows.h"
+#include "shell/CellDisplay.h"
 #include "shell/Document.h"
 #include "support/ScriptedPrompter.h"
 
@@ -207,6 +209,90 @@ TEST_F(DocumentTest, OptionsAreKeptWithTheProjectAndComputeEveryRow) {
     ASSERT_TRUE(reopened.Open(path).ok());
     EXPECT_EQ(reopened.Options().ImputedR, 0.3);
     EXPECT_EQ(reopened.Options().PoolVarianceMethod, 2);
+}
+
+// Typing in the grid: what each commit writes besides the cell, as the
+// delta an undo needs, and the delta applied back and forth.
+TEST_F(DocumentTest, TypingIntoAFreeColumnMakesItADataColumnAndUndoesWhole) {
+    const sheet::Grid& flex = document.Sheet().Flex();
+    int free = -1;
+    for (int c = flex.FixedCols(); c < flex.Cols() && free < 0; ++c)
+        if (document.Sheet().MetaIs(c, sheet::MetaRow::Function, "Empty")) free = c;
+    ASSERT_GE(free, 0);
+    const int row = FixedRowCount + 1;
+    const EditDelta delta = document.FinishEdit(row, free, "trial");
+    const std::vector<CellDelta> expected = {
+        {row, free, "", "trial"},
+        {sheet::MetaRow::Function, free, "Empty", "Unknown"},
+        {sheet::MetaRow::DataType, free, "Not specified", "Categorical"},
+        {sheet::MetaRow::Align, free, "Auto", "Left"},
+    };
+    EXPECT_EQ(delta.cells, expected);
+    EXPECT_EQ(flex.Col(free).alignment, sheet::Alignment::Left);
+    // The cell and the column's record, in one notice.
+    ASSERT_EQ(recorder.changes.size(), 1u);
+    const auto& ranges = recorder.changes.back().ranges;
+    EXPECT_NE(std::find(ranges.begin(), ranges.end(), CellRange{row, row, free, free}),
+              ranges.end());
+    EXPECT_NE(std::find(ranges.begin(), ranges.end(),
+                        CellRange{sheet::MetaRow::Align, sheet::MetaRow::Align, free, free}),
+              ranges.end());
+
+    document.ApplyDelta(delta, DeltaSide::Before);
+    for (const CellDelta& cell : expected)
+        EXPECT_EQ(flex.Text(cell.row, cell.col), cell.before) << cell.row;
+    EXPECT_EQ(flex.Col(free).alignment, sheet::Alignment::General);
+    document.ApplyDelta(delta, DeltaSide::After);
+    for (const CellDelta& cell : expected)
+        EXPECT_EQ(flex.Text(cell.row, cell.col), cell.after) << cell.row;
+}
+
+TEST_F(DocumentTest, ARowsFirstEntryRecordsTheFormatItGave) {
+    const sheet::Sheet& sheet = document.Sheet();
+    const int row = FixedRowCount + 2;
+    const int eventsA = ColumnTitled("Group-A Events");
+    const EditDelta delta = document.FinishEdit(row, eventsA, "3");
+    ASSERT_EQ(delta.cells.size(), 4u);
+    EXPECT_EQ(delta.cells[0], (CellDelta{row, eventsA, "", "3"}));
+    EXPECT_EQ(delta.cells[1],
+              (CellDelta{row, sheet.FormatCol(), "", "Events and sample size in each group"}));
+    // A later entry of the row writes only itself.
+    EXPECT_EQ(document.FinishEdit(row, eventsA + 1, "30").cells.size(), 1u);
+    // Nothing to write, or nothing the user may write: no delta, no notice.
+    const std::size_t notices = recorder.changes.size();
+    EXPECT_TRUE(document.FinishEdit(row, eventsA, "3").Empty());
+    EXPECT_TRUE(document.FinishEdit(row, DisplayCol(1, sheet::AttrPoint), "1").Empty());
+    EXPECT_TRUE(document.FinishEdit(sheet::MetaRow::Function, eventsA, "Moderator").Empty());
+    EXPECT_EQ(recorder.changes.size(), notices);
+}
+
+TEST_F(DocumentTest, ATitleTypedInIsKept) {
+    const int eventsA = ColumnTitled("Group-A Events");
+    const EditDelta delta = document.FinishEdit(0, eventsA, "Vaccinated TB cases");
+    ASSERT_EQ(delta.cells.size(), 1u);  // the title of an entry column is manual already
+    EXPECT_EQ(document.Sheet().Meta(eventsA, sheet::MetaRow::Renamed), "Manual");
+    EXPECT_EQ(recorder.changes.back().ranges.front(), (CellRange{0, 0, eventsA, eventsA}));
+    int letter = -1;
+    for (int c = document.Sheet().Flex().FixedCols(); c < document.Sheet().Flex().Cols(); ++c)
+        if (document.Sheet().MetaIs(c, sheet::MetaRow::Renamed, "Auto")) letter = c;
+    ASSERT_GE(letter, 0);
+    EXPECT_EQ(document.FinishEdit(0, letter, "Dose").cells.size(), 2u);
+    EXPECT_EQ(document.Sheet().Meta(letter, sheet::MetaRow::Renamed), "Manual");
+}
+
+TEST(CellDisplayTest, NumbersReadInTheColumnsFormat) {
+    struct Case {
+        double value;
+        const char* format;
+        const char* shown;
+    };
+    const Case cases[] = {
+        {-0.938686, "0.000", "-0.939"}, {12.0, "0.000", "12.000"}, {2.7, "0", "3"},
+        {-0.0004, "0.000", "0.000"},    {0.1, "", "0.1"},          {1e300, "0.0", "1e+300"},
+        {0.25, "#,##0.0", "0.25"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(FormatCellNumber(c.value, c.format), c.shown) << c.value << " " << c.format;
 }
 
 }  // namespace

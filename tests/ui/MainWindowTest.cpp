@@ -14,9 +14,10 @@ namespace {
 TEST(MainWindowTest, ShowsTheExampleAndSavesAScreenshot) {
     ports::SilentPrompter prompter;
     shell::Document document(prompter);
-    shell::OpenSettings settings;
-    settings.defaultFormat = "Events and sample size in each group";
-    ASSERT_TRUE(document.Open(SYNTHARA_EXAMPLES "/bcg-vaccine-trials.csv", settings).ok());
+    ASSERT_TRUE(document
+                    .Open(SYNTHARA_EXAMPLES "/bcg-vaccine-trials.csv",
+                          shell::OpenSettings::ForFormat("Events and sample size in each group"))
+                    .ok());
     MainWindow window(document);
     window.show();
     auto* view = window.findChild<QTableView*>();

@@ -1,9 +1,20 @@
 #include "sheet/SheetWidget.h"
 
-#include <QTableView>
+#include <QAction>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QTabBar>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
+#include "sheet/SheetEditor.h"
 #include "sheet/SheetModel.h"
+#include "sheet/SheetView.h"
+#include "sheet/TrailPanel.h"
+#include "sheet/blocks/BlockTable.h"
+#include "sheet/grid/MetaRows.h"
 
 namespace synthara::ui {
 
@@ -11,26 +22,77 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
     : QWidget(parent),
       document_(document),
       undo_(undo),
+      editor_(std::make_unique<SheetEditor>(document, undo)),
       model_(new SheetModel(document, this)),
-      view_(new QTableView(this)) {
-    view_->setModel(model_);
-    view_->setContextMenuPolicy(Qt::CustomContextMenu);
+      tabs_(new QTabBar(this)),
+      view_(new SheetView(*model_, this)),
+      trail_(new TrailPanel(document, this)),
+      undoAction_(undo.createUndoAction(this)),
+      redoAction_(undo.createRedoAction(this)) {
+    model_->SetEditor(editor_.get());
+    tabs_->setDrawBase(false);
+    tabs_->setExpanding(false);
+
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    splitter->addWidget(view_);
+    splitter->addWidget(trail_);
+    splitter->setStretchFactor(0, 4);
+    splitter->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(view_);
+    layout->setSpacing(0);
+    layout->addWidget(tabs_);
+    layout->addWidget(splitter);
+
+    undoAction_->setShortcut(QKeySequence::Undo);
+    // Ctrl+Y always, beside the platform's own redo keys.
+    QList<QKeySequence> redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    if (const QKeySequence ctrlY(Qt::CTRL | Qt::Key_Y); !redoKeys.contains(ctrlY))
+        redoKeys.prepend(ctrlY);
+    redoAction_->setShortcuts(redoKeys);
+    for (QAction* action : {undoAction_, redoAction_}) {
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
+    }
+
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current, const QModelIndex&) {
-                emit CurrentCellChanged(current.row(), current.column());
+            [this](const QModelIndex& current, const QModelIndex&) { CurrentChanged(current); });
+    // The frozen columns lie over the grid: their clicks reach the overlay.
+    for (QTableView* view : {static_cast<QTableView*>(view_), &view_->Frozen()}) {
+        view->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(view, &QWidget::customContextMenuRequested, this, [this, view](const QPoint& pos) {
+            const QModelIndex at = view->indexAt(pos);
+            if (at.isValid())
+                emit ContextMenuAt(model_->GridRow(at.row()), at.column(),
+                                   view->viewport()->mapToGlobal(pos));
+        });
+    }
+    connect(view_, &SheetView::ColumnDragged, this,
+            [this](int from, int to) { document_.MoveColumn(from, to); });
+    connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
+    connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);
+    connect(model_, &SheetModel::StructureChanged, this, &SheetWidget::RebuildTabs);
+    // The commands name cells by row and column: once columns have moved or
+    // rows were sorted, or another sheet was opened, they would write
+    // elsewhere.
+    connect(model_, &SheetModel::StructureChanged, &undo_, &QUndoStack::clear);
+    connect(model_, &SheetModel::dataChanged, this,
+            [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
+                const int row = view_->currentIndex().row();
+                if (row >= topLeft.row() && row <= bottomRight.row()) ShowTrail();
             });
-    connect(view_, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
-        const QModelIndex at = view_->indexAt(pos);
-        if (at.isValid())
-            emit ContextMenuAt(at.row(), at.column(), view_->viewport()->mapToGlobal(pos));
-    });
+    connect(model_, &SheetModel::modelReset, this, &SheetWidget::ShowTrail);
+    RebuildTabs();
+}
+
+SheetWidget::~SheetWidget() {
+    // The model outlives the editor by a moment, as a child of this widget.
+    model_->SetEditor(nullptr);
 }
 
 int SheetWidget::CurrentRow() const {
-    return view_->currentIndex().isValid() ? view_->currentIndex().row() : -1;
+    const QModelIndex current = view_->currentIndex();
+    return current.isValid() ? model_->GridRow(current.row()) : -1;
 }
 
 int SheetWidget::CurrentColumn() const {
@@ -38,7 +100,68 @@ int SheetWidget::CurrentColumn() const {
 }
 
 void SheetWidget::SetCurrentCell(int row, int col) {
-    view_->setCurrentIndex(model_->index(row, col));
+    view_->setCurrentIndex(model_->index(model_->ModelRow(row), col));
+}
+
+void SheetWidget::SetEnterMovesRight(bool right) {
+    view_->SetEnterMovesRight(right);
+}
+
+void SheetWidget::ClearSelection() {
+    std::vector<shell::CellEdit> edits;
+    const sheet::Grid& flex = document_.Sheet().Flex();
+    for (const QModelIndex& index : view_->selectionModel()->selectedIndexes()) {
+        const int row = model_->GridRow(index.row());
+        if (!flex.IsBlank(row, index.column()) && document_.CellEditable(row, index.column()))
+            edits.push_back({row, index.column(), {}});
+    }
+    editor_->Commit(edits);
+}
+
+void SheetWidget::RebuildTabs() {
+    const sheet::BlockView& view = document_.Sheet().View;
+    const QSignalBlocker blocker(tabs_);
+    while (tabs_->count() > 0)
+        tabs_->removeTab(0);
+    for (const std::string& tab : view.Tabs)
+        tabs_->addTab(QString::fromStdString(tab));
+    tabs_->setCurrentIndex(view.CurrentTab);
+    tabs_->setVisible(view.TabsVisible && !view.Tabs.empty());
+}
+
+void SheetWidget::TabChosen(int tab) {
+    document_.SelectBlockTab(tab);
+    // Bring the block's first column into view.
+    const std::string block = document_.Sheet().View.CurrentBlock();
+    const sheet::Sheet& sheet = document_.Sheet();
+    for (int c = sheet.Flex().FixedCols(); c < sheet.Flex().Cols(); ++c) {
+        if (sheet.MetaIs(c, sheet::MetaRow::Function, "Data Entry") &&
+            sheet.MetaIs(c, sheet::MetaRow::BlockName, block) && !sheet.Flex().Col(c).hidden) {
+            const int row = std::max(view_->currentIndex().row(), 0);
+            view_->setCurrentIndex(model_->index(row, c));
+            break;
+        }
+    }
+}
+
+void SheetWidget::CurrentChanged(const QModelIndex& current) {
+    const int row = current.isValid() ? model_->GridRow(current.row()) : -1;
+    const int col = current.isValid() ? current.column() : -1;
+    const sheet::Sheet& sheet = document_.Sheet();
+    if (col >= 0 && sheet.MetaIs(col, sheet::MetaRow::Function, "Data Entry")) {
+        const int tab = sheet::TabOf(sheet, sheet.Meta(col, sheet::MetaRow::BlockName));
+        if (tab >= 0 && tab != tabs_->currentIndex()) {
+            const QSignalBlocker blocker(tabs_);
+            tabs_->setCurrentIndex(tab);
+            document_.SelectBlockTab(tab);
+        }
+    }
+    ShowTrail();
+    emit CurrentCellChanged(row, col);
+}
+
+void SheetWidget::ShowTrail() {
+    trail_->ShowCell(CurrentRow(), CurrentColumn());
 }
 
 }  // namespace synthara::ui

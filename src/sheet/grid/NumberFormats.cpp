@@ -6,16 +6,12 @@
 
 namespace synthara::sheet {
 
-namespace {
-
-Alignment AlignmentOf(const Sheet& sheet, int col) {
+Alignment ColumnAlignment(const Sheet& sheet, int col) {
     if (sheet.MetaIs(col, MetaRow::Align, "Left")) return Alignment::Left;
     if (sheet.MetaIs(col, MetaRow::Align, "Center")) return Alignment::Center;
     if (sheet.MetaIs(col, MetaRow::Align, "Right")) return Alignment::Right;
     return Alignment::General;
 }
-
-}  // namespace
 
 std::string DecimalsFormat(int decimals) {
     if (decimals == 0) return "0";
@@ -34,7 +30,7 @@ void SetDecs(Sheet& sheet) {
             sheet.SetColNumberFormat(c, DecimalsFormat(decs[0] - '0'));
         else
             sheet.SetColNumberFormat(c, DecimalsFormat(sheet.Decimals));
-        sheet.SetColAlignment(c, AlignmentOf(sheet, c));
+        sheet.SetColAlignment(c, ColumnAlignment(sheet, c));
     }
 }
 

@@ -3,6 +3,8 @@
 // that its metadata asks for.
 #include <string>
 
+#include "sheet/grid/Grid.h"
+
 namespace synthara::sheet {
 
 class Sheet;
@@ -10,6 +12,10 @@ class Sheet;
 // The format with `decimals` digits after the point: "0", "0.0", up to
 // "0.000000000" for 9; "0.000" for any other count.
 std::string DecimalsFormat(int decimals);
+
+// The alignment the column's Align record asks for: "Left", "Center" or
+// "Right"; anything else is the generic alignment.
+Alignment ColumnAlignment(const Sheet& sheet, int col);
 
 // Sets the number format and alignment of every column from the fixed-column
 // count on. An "Integer" column shows whole numbers; otherwise NumDecs "Auto"
