@@ -15,6 +15,7 @@
 #include "analysis/ColumnKeys.h"
 #include "analysis/MantelHaenszel.h"
 #include "analysis/MetaVals.h"
+#include "analysis/WeightSeries.h"
 
 namespace synthara::analysis {
 
@@ -138,7 +139,8 @@ class SensitivityRun {
                 Write(row, m, r, pooled_.T2, pooled_.varT2);
                 continue;
             }
-            r = Direct(group, m == 2 ? totalT2 : (r1.K > 0 ? r1.v.T2 : 0));
+            r = Varying(m, d_.span[static_cast<std::size_t>(i)], group, i,
+                        m == 2 ? totalT2 : (r1.K > 0 ? r1.v.T2 : 0));
             Write(row, m, r, r1.v.T2, r1.v.varT2);
         }
     }
@@ -179,6 +181,7 @@ class SensitivityRun {
         };
         fixed1_.emplace(d_.groups, k, fixedTerm);
         if (a_.Grouped()) totalFixed1_.emplace(d_.total, k, fixedTerm);
+        MakeSeries();
         if (a_.NumberOfModels >= 3) {
             pooled_ = a_.GetT2MP();
             pooledSums_.emplace(d_.groups, k, [&](int i) {
@@ -188,6 +191,41 @@ class SensitivityRun {
                 return s;
             });
         }
+    }
+
+    // The series of models 2 and 4 for each block, around the tau-squared
+    // run 1 gave them: every row of the block for omit-one, none yet for
+    // the cumulative run, whose passes add their rows in turn.
+    void MakeSeries() {
+        WorkingTable& vs = a_.vs;
+        const int totalRow = a_.CalculationRows().back();
+        for (int m : {2, 4}) {
+            if (m > a_.NumberOfModels) continue;
+            std::vector<WeightSeries>& all = m == 2 ? series2_ : series4_;
+            for (const Span& g : d_.groups) {
+                const double t0 = vs.Ref(Stat::GroupT2, 1, m).Get(m == 2 ? totalRow : g.calcRow);
+                all.emplace_back(t0);
+                for (int i = g.first; i < g.last && run_ == 2; ++i)
+                    all.back().Add(d_.v[static_cast<std::size_t>(i)],
+                                   d_.y[static_cast<std::size_t>(i)], 1);
+            }
+        }
+    }
+
+    // A model whose tau-squared t moves with the pass: from the block's
+    // series when t is near enough to run 1's, else summed anew.
+    Results Varying(int model, int span, const RowSet& set, int i, double t) {
+        WeightSeries& block = (model == 2 ? series2_ : series4_)[static_cast<std::size_t>(span)];
+        const auto at = static_cast<std::size_t>(i);
+        if (run_ == 3) block.Add(d_.v[at], d_.y[at], 1);
+        WeightSeries pass = block;
+        if (run_ == 2) pass.Add(d_.v[at], d_.y[at], -1);
+        if (const std::optional<WeightSeries::Sums> s = pass.At(t)) {
+            PassSums p;
+            p.s = {s->W, s->Wsq, s->Wcu, s->K, s->TW, s->T2W};
+            return Summarise(p);
+        }
+        return Direct(set, t);
     }
 
     RowSet SetOf(const Span& s, int i) const {
@@ -222,22 +260,47 @@ class SensitivityRun {
         return r;
     }
 
-    // The rows of the set weighted with tau-squared t, summed anew.
+    // The rows of the set weighted with tau-squared t, summed anew. This is
+    // where the time of a run goes: four rows at a time, in lanes the
+    // compiler can keep in vector registers.
     Results Direct(const RowSet& set, double t) const {
         PassSums p;
-        const double* y = d_.y.data();
-        const double* v = d_.v.data();
-        const auto add = [&](int from, int to) {
-            for (int j = from; j < to; ++j)
-                p.Add(1 / (0 + (t + v[j])), y[j]);
-        };
         if (set.skip < 0) {
-            add(set.first, set.last);
+            AddWeighted(set.first, set.last, t, p);
         } else {
-            add(set.first, set.skip);
-            add(set.skip + 1, set.last);
+            AddWeighted(set.first, set.skip, t, p);
+            AddWeighted(set.skip + 1, set.last, t, p);
         }
         return Summarise(p);
+    }
+
+    void AddWeighted(int from, int to, double t, PassSums& p) const {
+        constexpr int L = 4;
+        const double* y = d_.y.data();
+        const double* v = d_.v.data();
+        double w1[L] = {}, w2[L] = {}, w3[L] = {}, tw[L] = {}, t2w[L] = {};
+        int j = from;
+        for (; j + L <= to; j += L) {
+            for (int l = 0; l < L; ++l) {
+                const double w = 1 / (t + v[j + l]);
+                const double yl = y[j + l];
+                w1[l] += w;
+                w2[l] += w * w;
+                w3[l] += w * w * w;
+                tw[l] += yl * w;
+                t2w[l] += w * yl * yl;
+            }
+        }
+        for (int l = 0; l < L; ++l) {
+            p.s.W += w1[l];
+            p.s.Wsq += w2[l];
+            p.s.Wcu += w3[l];
+            p.s.TW += tw[l];
+            p.s.T2W += t2w[l];
+        }
+        p.s.K += j - from;
+        for (; j < to; ++j)
+            p.Add(1 / (t + v[j]), y[j]);
     }
 
     void Write(int row, int model, const Results& r, double t2, double varT2) {
@@ -263,6 +326,7 @@ class SensitivityRun {
     MHIndex mhIndex_ = MHIndex::None;
     PassData d_;
     std::optional<RunningSums> fixed1_, totalFixed1_, pooledSums_;
+    std::vector<WeightSeries> series2_, series4_;
     Analysis::PooledTau pooled_;
 };
 
