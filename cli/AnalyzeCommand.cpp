@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "analysis/Analysis.h"
+#include "analysis/ColumnKeys.h"
 #include "analysis/IndexChoice.h"
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
@@ -226,6 +227,16 @@ void PrintBetween(const AnalysisResult& r, std::ostream& out) {
                          Decimals(b.pBetween, 3)});
     }
     PrintColumns(lines, out, {2, 3, 4});
+    // Each model's text, then each note on the random rows once.
+    std::vector<std::string_view> notes;
+    for (const auto& b : r.between) {
+        if (analysis::ModelText(b.model).empty()) continue;
+        out << '\n' << analysis::ModelText(b.model) << '\n';
+        const std::string_view note = analysis::RandomRowsText(b.model);
+        if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
+    }
+    for (std::string_view note : notes)
+        out << '\n' << note << '\n';
 }
 
 void PrintPasses(analysis::Analysis& analysis, int run, std::ostream& out) {
