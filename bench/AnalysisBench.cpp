@@ -123,6 +123,20 @@ void BM_RoadCollectResult(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
+// One run of k passes, omit-one (2) or cumulative (3), under the fixed and
+// the random model, after run 1 has left its results.
+void BM_RoadSensitivityRun(benchmark::State& state) {
+    Sheet& sheet = ComputedSheet(Rows(state));
+    Analysis analysis(prompter);
+    const int run = static_cast<int>(state.range(1));
+    analysis.RunOptions[static_cast<std::size_t>(run - 1)] = true;
+    analysis.FillFromSheet(sheet);
+    if (analysis.Compute() != ComputeStatus::Done) state.SkipWithError("analysis refused");
+    for (auto _ : state)
+        analysis.RunSensitivity(run);
+    state.SetItemsProcessed(state.iterations() * Rows(state));
+}
+
 constexpr int kSmall = 10000;
 constexpr int kLarge = 100000;
 
@@ -143,6 +157,13 @@ BENCHMARK(BM_RoadAnalysisAgain)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(5);
 BENCHMARK(BM_RoadPasses)->Arg(kSmall)->Arg(kLarge)->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_RoadSensitivityRun)
+    ->Args({kSmall, 2})
+    ->Args({kSmall, 3})
+    ->Args({kLarge, 2})
+    ->Args({kLarge, 3})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK(BM_RoadCollectResult)
     ->Arg(kSmall)
     ->Arg(kLarge)

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "analysis/Analysis.h"
+#include "analysis/ColumnKeys.h"
 #include "analysis/IndexChoice.h"
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
@@ -93,6 +94,42 @@ void WriteSummary(JsonWriter& json, const analysis::SummaryResult& s) {
     json.EndObject();
 }
 
+void WriteBetween(JsonWriter& json, const analysis::BetweenResult& b) {
+    json.BeginObject();
+    json.Key("df_between").Number(b.dfBetween);
+    json.Key("df_within").Number(b.dfWithin);
+    json.Key("model").String(b.modelWord);
+    json.Key("p_between").Number(b.pBetween);
+    json.Key("p_within").Number(b.pWithin);
+    json.Key("q_between").Number(b.qBetween);
+    json.Key("q_within").Number(b.qWithin);
+    json.EndObject();
+}
+
+void WritePass(JsonWriter& json, const analysis::PassResult& p) {
+    const Estimate& e = p.estimate;
+    json.BeginObject();
+    WriteDisplay(json, e);
+    json.Key("k").Integer(p.k);
+    json.Key("lower").Number(e.lower);
+    json.Key("model").String(p.modelWord);
+    json.Key("p").Number(e.p);
+    json.Key("point").Number(e.point);
+    json.Key("se").Number(e.se);
+    json.Key("study").String(p.study);
+    json.Key("upper").Number(e.upper);
+    json.Key("variance").Number(e.variance);
+    json.Key("z").Number(e.z);
+    json.EndObject();
+}
+
+// The run asked for besides run 1 (2 or 3), 0 for none.
+int SensitivityRun(const analysis::Analysis& analysis) {
+    if (analysis.RunOptions[1]) return 2;
+    if (analysis.RunOptions[2]) return 3;
+    return 0;
+}
+
 std::string Decimals(const std::optional<double>& value, int digits) {
     return value ? effectsize::FormatDecimals(*value, digits) : std::string();
 }
@@ -144,21 +181,76 @@ void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::os
     });
 }
 
-void PrintSummaries(const AnalysisResult& r, std::ostream& out) {
-    std::vector<std::vector<std::string>> lines = {
-        {"Model", "Number Studies", "Point estimate", "Lower limit", "Upper limit", "Z-value",
-         "P-value", "Q-value", "df (Q)", "P-value", "I-squared", "Tau Squared"}};
+// A model's name in the summary table.
+std::string ModelName(int model, const std::string& word) {
+    if (model == 1) return "Fixed effect";
+    if (model == 2) return "Random effects";
+    return word;
+}
+
+void PrintSummaries(const AnalysisResult& r, bool grouped, std::ostream& out) {
+    std::vector<std::string> head = {
+        "Model",   "Number Studies", "Point estimate", "Lower limit", "Upper limit", "Z-value",
+        "P-value", "Q-value",        "df (Q)",         "P-value",     "I-squared",   "Tau Squared"};
+    if (grouped) head.insert(head.begin() + 1, "Group");
+    std::vector<std::vector<std::string>> lines = {head};
     for (const auto& s : r.summaries) {
-        std::string name = s.modelWord;
-        if (s.model == 1) name = "Fixed effect";
-        if (s.model == 2) name = "Random effects";
-        lines.push_back({name, std::to_string(s.k), Decimals(s.estimate.displayPoint, 3),
-                         Decimals(s.estimate.displayLower, 3), Decimals(s.estimate.displayUpper, 3),
-                         Decimals(s.estimate.z, 3), Decimals(s.estimate.p, 3), Decimals(s.q, 3),
-                         Decimals(s.df, 0), Decimals(s.qP, 3), Decimals(s.i2, 3),
-                         Decimals(s.tau2, 6)});
+        std::vector<std::string> line = {ModelName(s.model, s.modelWord),
+                                         std::to_string(s.k),
+                                         Decimals(s.estimate.displayPoint, 3),
+                                         Decimals(s.estimate.displayLower, 3),
+                                         Decimals(s.estimate.displayUpper, 3),
+                                         Decimals(s.estimate.z, 3),
+                                         Decimals(s.estimate.p, 3),
+                                         Decimals(s.q, 3),
+                                         Decimals(s.df, 0),
+                                         Decimals(s.qP, 3),
+                                         Decimals(s.i2, 3),
+                                         Decimals(s.tau2, 6)};
+        if (grouped) line.insert(line.begin() + 1, s.group);
+        lines.push_back(std::move(line));
     }
-    PrintColumns(lines, out, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
+    std::vector<std::size_t> right;
+    for (std::size_t k = grouped ? 2 : 1; k < head.size(); ++k)
+        right.push_back(k);
+    PrintColumns(lines, out, right);
+}
+
+// "Total within" and "Total between" of each model, then the total.
+void PrintBetween(const AnalysisResult& r, std::ostream& out) {
+    std::vector<std::vector<std::string>> lines = {{"Model", "", "Q-value", "df (Q)", "P-value"}};
+    for (const auto& b : r.between) {
+        const std::string name = ModelName(b.model, b.modelWord);
+        lines.push_back({name, "Total within", Decimals(b.qWithin, 3), Decimals(b.dfWithin, 0),
+                         Decimals(b.pWithin, 3)});
+        lines.push_back({name, "Total between", Decimals(b.qBetween, 3), Decimals(b.dfBetween, 0),
+                         Decimals(b.pBetween, 3)});
+    }
+    PrintColumns(lines, out, {2, 3, 4});
+    // Each model's text, then each note on the random rows once.
+    std::vector<std::string_view> notes;
+    for (const auto& b : r.between) {
+        if (analysis::ModelText(b.model).empty()) continue;
+        out << '\n' << analysis::ModelText(b.model) << '\n';
+        const std::string_view note = analysis::RandomRowsText(b.model);
+        if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
+    }
+    for (std::string_view note : notes)
+        out << '\n' << note << '\n';
+}
+
+void PrintPasses(analysis::Analysis& analysis, int run, std::ostream& out) {
+    std::vector<std::vector<std::string>> lines = {
+        {run == 2 ? "Study removed" : "Study added", "Model", "Number Studies", "Point",
+         "Lower limit", "Upper limit", "Z-Value", "p-Value"}};
+    analysis::ForEachPass(analysis, run, [&](const analysis::PassResult& p) {
+        const Estimate& e = p.estimate;
+        lines.push_back({p.study, ModelName(p.model, p.modelWord), std::to_string(p.k),
+                         Decimals(e.displayPoint, 3), Decimals(e.displayLower, 3),
+                         Decimals(e.displayUpper, 3), Decimals(e.z, 3), Decimals(e.p, 3)});
+    });
+    out << (run == 2 ? "One study removed" : "Cumulative analysis") << "\n\n";
+    PrintColumns(lines, out, {2, 3, 4, 5, 6, 7});
 }
 
 }  // namespace
@@ -171,16 +263,36 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
                     "Effect size index, as the analysis offers it (default: the primary index)");
     cmd->add_option("--ci-level", args.ciLevel,
                     "Confidence level in percent: 99, 95, 90, 85, 80, 75, 70 or 68");
+    cmd->add_option("--group-by", args.groupBy,
+                    "Group the studies by the values of a moderator or identifying column; "
+                    "all five computational models are reported");
+    cmd->add_option("--run", args.run, "all (default), omit-one (one study removed) or cumulative");
     cmd->add_flag("--json", args.json, "Print JSON");
     return cmd;
 }
 
 void WriteAnalyzeJson(analysis::Analysis& analysis, const AnalysisResult& r, std::ostream& out) {
     JsonWriter json(out);
+    const int run = SensitivityRun(analysis);
+    const auto passes = [&](const char* key, int which) {
+        if (run != which) return;
+        json.Key(key).BeginArray();
+        analysis::ForEachPass(analysis, run,
+                              [&](const analysis::PassResult& p) { WritePass(json, p); });
+        json.EndArray();
+    };
     json.BeginObject();
+    if (analysis.Grouped()) {
+        json.Key("between").BeginArray();
+        for (const auto& b : r.between)
+            WriteBetween(json, b);
+        json.EndArray();
+    }
     json.Key("ci_level").Number(r.ciLevel);
     json.Key("computation_index").String(r.computationIndex);
+    passes("cumulative", 3);
     json.Key("index").String(r.index);
+    passes("omit_one", 2);
     json.Key("studies").BeginArray();
     analysis::ForEachStudy(analysis,
                            [&](const analysis::StudyResult& s) { WriteStudy(json, r, s); });
@@ -203,6 +315,14 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         }
         level = *parsed;
     }
+    const int run = args.run.empty() || args.run == "all" ? 1
+                    : args.run == "omit-one"              ? 2
+                    : args.run == "cumulative"            ? 3
+                                                          : 0;
+    if (run == 0) {
+        err << "--run must be one of all, omit-one, cumulative\n";
+        return ExitUsage;
+    }
 
     CliPrompter prompter(err);
     const CommandObject<shell::Document> held(prompter);
@@ -223,6 +343,9 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     analysis::Analysis& analysis = *heldAnalysis;
     analysis.DisplayIndex = args.index;
     analysis.CILevel = level;
+    analysis.GroupBy = args.groupBy;
+    analysis.RunOptions[1] = run == 2;
+    analysis.RunOptions[2] = run == 3;
     switch (document.RunAnalyses(analysis)) {
         case analysis::ComputeStatus::Done:
             break;
@@ -234,9 +357,9 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
                 << "\" columns: its data formats do not yield the index \"" << analysis.DisplayIndex
                 << "\"\n";
             return ExitRefused;
-        case analysis::ComputeStatus::NotAvailable:
-            err << "The Mantel-Haenszel summary (\"" << analysis.DisplayIndex << "\")" << kNotBuilt
-                << '\n';
+        case analysis::ComputeStatus::NoGroupColumn:
+            err << "--group-by: the sheet has no moderator or identifying column \""
+                << analysis.GroupBy << "\"\n";
             return ExitRefused;
         case analysis::ComputeStatus::Busy:
             return ExitRefused;
@@ -257,7 +380,15 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         << " confidence interval; computed as " << result.computationIndex << ")\n\n";
     PrintStudies(analysis, result, out);
     out << '\n';
-    PrintSummaries(result, out);
+    PrintSummaries(result, analysis.Grouped(), out);
+    if (analysis.Grouped()) {
+        out << '\n';
+        PrintBetween(result, out);
+    }
+    if (run != 1) {
+        out << '\n';
+        PrintPasses(analysis, run, out);
+    }
     return ExitDone;
 }
 

@@ -20,6 +20,8 @@ struct AnalyzeArgs {
     sheet::NumberSeparators separators;  // --locale
     std::string index;    // as the analysis offers it; "" for the sheet's primary index
     std::string ciLevel;  // "95" or "95%"; "" for the default
+    std::string groupBy;  // a moderator's or identifying column's title; "" for none
+    std::string run;      // "all", "omit-one" or "cumulative"; "" for all
     bool json = false;
     std::vector<std::string> options;  // --option NAME=VALUE
 };
@@ -30,7 +32,8 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args);
 int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err);
 
 // Writes {"index", "computation_index", "transform", "ci_level", "studies",
-// "summaries"} as one line of JSON, each study as it comes.
+// "summaries"}, and "between", "omit_one" or "cumulative" where the analysis
+// has them, as one line of JSON, each study and pass as it comes.
 // `result` holds the summaries; the studies are read from the analysis.
 void WriteAnalyzeJson(analysis::Analysis& analysis, const analysis::AnalysisResult& result,
                       std::ostream& out);

@@ -14,6 +14,7 @@
 #include "analysis/DisplayVals.h"
 #include "analysis/IndexChoice.h"
 #include "analysis/WorkingTable.h"
+#include "ports/Progress.h"
 #include "ports/Prompter.h"
 
 namespace synthara::sheet {
@@ -27,13 +28,15 @@ enum class ComputeStatus {
     Busy,            // a run is in progress; nothing was done
     UnknownIndex,    // the index is not one the analysis knows ("Oops!" was shown)
     NoIndexColumns,  // the sheet has no columns for the computation index
-    NotAvailable,    // the Mantel-Haenszel summaries are not part of this build
+    NoGroupColumn,   // the grouping names no moderator or identifying column
     SheetRefused,    // the sheet check refused the sheet (its box was shown)
 };
 
 class Analysis {
   public:
     explicit Analysis(ports::Prompter& prompter) : prompter_(prompter) {}
+    // Where the omit-one and cumulative runs report their passes.
+    void SetProgress(ports::Progress& progress) { progress_ = &progress; }
 
     WorkingTable vs;
 
@@ -44,6 +47,16 @@ class Analysis {
     std::array<bool, 3> RunWhich{false, true, true};
     // "Scale relative to maximum" of the weights view.
     bool ScaleWeightsToMaximum = false;
+    // The grouping: the title of a moderator or identifying column, or
+    // "No grouping" (or "") for none.
+    std::string GroupBy;
+    // CompModelA[1][m]: show model m on the subgroup rows; [2][m]: on the total.
+    std::array<std::array<bool, MaxModels + 1>, 3> CompModelA{
+        {{}, {false, true, true, true, true, true}, {false, true, true, true, true, true}}};
+    bool ShowOverall = true;  // "Show overall summary" under a grouping
+    // RunOptions[1]: the one-study-removed run, [2]: the cumulative run; at
+    // most one of them is set.
+    std::array<bool, 3> RunOptions{true, false, false};
 
     // Worked out at each Compute.
     std::string ComputationIndex;
@@ -77,14 +90,44 @@ class Analysis {
     // One pass of a run over the table for every model; `pass` is the row
     // left out (run 2) or the last row taken (run 3), ignored for run 1.
     void DoMeta(int run, int pass);
-    // The pass driver: valid rows, run 1, and each study row's copy of its block.
+    // The pass driver: valid rows, run 1, each study row's copy of its block,
+    // then the omit-one or cumulative run when asked for.
     void RunPasses();
+    // The run with one study left out on each pass (2) or one more study
+    // added on each pass (3): each valid row takes the results of its own
+    // block in the pass that belongs to it. False when the progress port
+    // cancelled it; the rows not reached hold no results of the run.
+    bool RunSensitivity(int run);
     // `cWtPct` and `cWtPctG` of run 1 for one model.
     void DisplayWeights(int model);
 
     // The "Calculations" rows of the summary blocks, top to bottom; the last
     // one is the total's.
     std::vector<int> CalculationRows() const;
+    bool Grouped() const { return !GroupBy.empty() && GroupBy != NoGrouping; }
+
+    // The models of a grouping. Pooled tau-squared of the groups' model 1
+    // results (method of moments) and its variance; all read from run 1.
+    struct PooledTau {
+        double T2 = 0;
+        double varT2 = 0;
+    };
+    PooledTau GetT2MP() const;
+    // Q between the groups under model 3.
+    double GetMPQB() const;
+    // C and B of the groups' model 3 results taken as studies.
+    double GetCforFullyRandom() const;
+    double GetBforFullyRandom(double C, double T2) const;
+    // Model 5's total: the groups' model 3 results combined with a
+    // between-groups variance; false (nothing written) when C is 0.
+    bool GetFullyRandom(int run, int totalRow);
+    // True unless a second group is there.
+    bool FullyRandomOneGroup() const;
+
+    static constexpr std::string_view NoGrouping = "No grouping";
+    // The 2x2 cells of a row under a Mantel-Haenszel index: events and
+    // non-events of group 1, then of group 2.
+    std::array<double, 4> MHCells(int row) const;
 
   private:
     void EnsureColumns();
@@ -93,9 +136,15 @@ class Analysis {
     void RemoveStudies();
     void InsertSummaryBlocks();
     void LabelBlock(int firstRow, int sourceRow, RowKind kind, Code group);
+    int ModelsToRun() const;
+    // Reads the grouping column's text of every row; false when no column has that title.
+    bool LoadGroups();
+    // Reads each row's 2x2 cells for the Mantel-Haenszel terms.
+    void LoadMHCells();
     void ShowModelRows();
     void SetRowKinds();
     void CopyBlockResults(int run);
+    void EnsureRunColumns(int run);
     // Reads every filled row's point and variance from the sheet's columns.
     void LoadSources();
 
@@ -103,6 +152,14 @@ class Analysis {
     const sheet::Sheet* sheet_ = nullptr;  // the sheet of the last FillFromSheet
     IndexColumns sources_;                 // the columns `vs` holds the values of
     bool busy_ = false;
+    ports::NullProgress noProgress_;
+    ports::Progress* progress_ = &noProgress_;
+    // By sheet row less the fixed rows, read only when a run needs them:
+    // the grouping column's text, and the 2x2 cells.
+    std::string groupsLoaded_;  // the grouping whose texts groupCodes_ holds
+    std::vector<Code> groupCodes_;
+    bool mhLoaded_ = false;
+    std::vector<std::array<double, 4>> mhCells_;
 };
 
 // "00001": the entry order as five-digit text, as `EntrySeq` holds it.

@@ -36,6 +36,47 @@ inline constexpr std::array<std::string_view, BlockRows> ModelWords = {
     "Calculations", "Fixed",   "Random",  "Pooled tau", "Separate tau",
     "Fully random", "Future1", "Future2", "Future3",    "Future4"};
 
+// The text under the summary of a grouped analysis for models 3 to 5; "" for
+// the others.
+constexpr std::string_view ModelText(int model) {
+    switch (model) {
+        case 3:
+            return "Mixed effects analysis - A random effects model is used to combine studies "
+                   "within each subgroup.  A fixed effect model is used to combine subgroups and "
+                   "yield the overall effect.  The study-to-study variance (tau-squared) is "
+                   "assumed to be the same for all subgroups - this value is computed within "
+                   "subgroups and then pooled across subgroups.";
+        case 4:
+            return "Mixed effects analysis - A random effects model is used to combine studies "
+                   "within each subgroup.  A fixed effect model is used to combine subgroups and "
+                   "yield the overall effect.  The study-to-study variance (tau-squared) is NOT "
+                   "assumed to be the same for all subgroups - this value is computed within "
+                   "subgroups and NOT pooled across subgroups.";
+        case 5:
+            return "Fully random effects analysis - A random effects model is used to combine "
+                   "studies within each subgroup.  A random effects model is used to combine "
+                   "subgroups and yield the overall effect.  The study-to-study variance "
+                   "(tau-squared) is assumed to be the same for all subgroups - this value is "
+                   "computed within subgroups and then pooled across subgroups.";
+        default:
+            return {};
+    }
+}
+
+// The note on the random-effects rows of a grouped analysis: pooled tau-squared
+// under models 3 and 5, separate under model 4.
+constexpr std::string_view RandomRowsText(int model) {
+    if (model == 3 || model == 5)
+        return "In the random effects analysis the study-to-study variance (tau-squared) is "
+               "assumed to be the same for all subgroups.  This value is computed within "
+               "subgroups and then pooled across subgroups.";
+    if (model == 4)
+        return "In the random effects analysis the study-to-study variance (tau-squared) is NOT "
+               "assumed to be the same for all subgroups.  This value is computed within "
+               "subgroups and NOT pooled across subgroups.";
+    return {};
+}
+
 // `ModelDisplay` of line i of a summary block: "Fixed" on the fixed model's
 // row, "Random" on the rows of the random models, "" elsewhere.
 constexpr std::string_view ModelDisplayWord(int line) {

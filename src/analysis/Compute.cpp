@@ -5,6 +5,7 @@
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
+#include "sheet/grid/MetaRows.h"
 
 namespace synthara::analysis {
 
@@ -27,15 +28,11 @@ ComputeStatus Analysis::Compute() {
     if (busy_) return ComputeStatus::Busy;
     BusyGuard guard(busy_);
 
-    // Without a grouping two models run: fixed, and random ignoring grouping.
-    // A grouping fills `groupBy` from its column before the blocks are
-    // inserted and raises the number of models for the mixed and fully random
-    // rows it shows; the passes already walk one block per group.
-    NumberOfModels = 2;
+    NumberOfModels = ModelsToRun();
     CICritical = analysis::CICritical(CILevel);
     if (const ComputeStatus status = FindIndex(); status != ComputeStatus::Done) return status;
-    // Mantel-Haenszel needs the 2x2 terms of model 1 in the pass.
-    if (UseMH) return ComputeStatus::NotAvailable;
+    if (UseMH) LoadMHCells();
+    if (Grouped() && !LoadGroups()) return ComputeStatus::NoGroupColumn;
 
     RestoreRows();
     RemoveStudies();
@@ -67,6 +64,32 @@ void Analysis::EnsureColumns() {
         for (int i = 0; i < MHTermCount; ++i)
             vs.Ensure(static_cast<Stat>(static_cast<int>(FirstMHStat) + i), run, 1);
     }
+    for (int r : {2, 3}) {
+        if (RunOptions[static_cast<std::size_t>(r - 1)]) EnsureRunColumns(r);
+    }
+}
+
+// The omit-one and cumulative runs leave on each row only the results its
+// views read: those a study row copies from its block.
+void Analysis::EnsureRunColumns(int run) {
+    for (int m = 1; m <= NumberOfModels; ++m) {
+        for (Stat stat : CopiedStats)
+            vs.Ensure(stat, run, m);
+    }
+}
+
+// Two models without a grouping; with one, as many as the models on show need
+// (asking for model 2 alone runs model 3 as well).
+int Analysis::ModelsToRun() const {
+    if (!Grouped()) return 2;
+    const auto wanted = [&](int m) {
+        return CompModelA[1][static_cast<std::size_t>(m)] ||
+               CompModelA[2][static_cast<std::size_t>(m)];
+    };
+    if (wanted(5)) return 5;
+    if (wanted(4)) return 4;
+    if (wanted(2) || wanted(3)) return 3;
+    return 2;
 }
 
 // The rows as the sheet gave them: inserted rows (summary blocks, merged
@@ -91,6 +114,11 @@ void Analysis::RestoreRows() {
     }
     vs.hidden.Fill(0);
     vs.kind.Fill(RowKind::Study);
+    const bool grouped = Grouped();
+    for (int r = 0; r < vs.Rows(); ++r) {
+        const int sheetRow = vs.sheetRow[r] - sheet::FixedRowCount;
+        vs.groupBy[r] = grouped ? groupCodes_[static_cast<std::size_t>(sheetRow)] : EmptyText;
+    }
     vs.blockLine.Fill(NoLine);
     vs.view.Fill(RowView::None);
     vs.validRow.Fill(0);
@@ -100,14 +128,16 @@ void Analysis::RestoreRows() {
 }
 
 // By entry order, then one stable ascending sort on the identifying columns,
-// study name first, so that the rows of a study stand together. Both come to
-// one stable sort on (identifying levels, entry order); the identifying cells
-// compare by their texts' ranks, worked out once per text. The table moves
-// once, and not at all when its order stands.
+// study name first, so that the rows of a study stand together, then on the
+// group, keeping that order within a group. All come to one stable sort on
+// (group, identifying levels, entry order); the texts compare by their
+// ranks, worked out once per text. The table moves once, and not at all when
+// its order stands.
 void Analysis::SortRows() {
     const int count = vs.Rows();
     if (count < 2) return;
     std::vector<const Column<Code>*> levels;
+    if (Grouped()) levels.push_back(&vs.groupBy);
     for (std::size_t i = 0; i < vs.population.size(); ++i)
         if (vs.levelPresent[i]) levels.push_back(&vs.population[i]);
     if (levels.empty() && !vs.hasEntrySeq) return;
@@ -150,8 +180,7 @@ void Analysis::RemoveStudies() {
 void Analysis::InsertSummaryBlocks() {
     const int rows = vs.Rows();
     std::vector<int> groupEnds;  // last row of each group, when there is a grouping
-    for (int r = 0; r < rows; ++r) {
-        if (vs.groupBy[r] == EmptyText) continue;
+    for (int r = 0; r < rows && Grouped(); ++r) {
         if (r + 1 >= rows || vs.groupBy[r + 1] != vs.groupBy[r]) groupEnds.push_back(r);
     }
 
@@ -216,12 +245,23 @@ std::vector<int> Analysis::CalculationRows() const {
 }
 
 // Which model rows of each block are on show. Without a grouping the fixed
-// and the random row follow RunWhich and the others stay hidden.
+// and the random row follow RunWhich and the others stay hidden; with one,
+// each block's rows follow the flags of its kind, and the total may be
+// hidden as a whole.
 void Analysis::ShowModelRows() {
+    const bool grouped = Grouped();
     for (int calc : CalculationRows()) {
+        const bool overall = vs.kind[calc] == RowKind::Overall;
+        const auto& flags = CompModelA[overall ? 2 : 1];
         for (int m = 1; m < BlockRows; ++m) {
-            const bool shown =
-                m <= 2 && m <= NumberOfModels && RunWhich[static_cast<std::size_t>(m)];
+            const auto i = static_cast<std::size_t>(m);
+            bool shown = false;
+            if (m <= NumberOfModels) {
+                if (!grouped)
+                    shown = m <= 2 && RunWhich[i];
+                else
+                    shown = flags[i] && (!overall || ShowOverall);
+            }
             vs.hidden[calc + m] = shown ? 0 : 1;
         }
     }

@@ -102,6 +102,10 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
     const sheet::Grid& g = sheet.Flex();
     sheet_ = &sheet;
     vs.Clear();
+    groupCodes_.clear();
+    groupsLoaded_.clear();
+    mhCells_.clear();
+    mhLoaded_ = false;
     vs.hasEntrySeq = seq >= 0;
     const std::array<int, PopulationLevels> pop = PopulationCols(g);
     for (std::size_t i = 0; i < pop.size(); ++i)
@@ -148,6 +152,73 @@ void Analysis::LoadSources() {
     for (int row = 0; row < vs.Rows(); ++row) {
         if (vs.sheetRow[row] >= 0) ReadSources(g, vs.sheetRow[row], sources_, vs, row);
     }
+}
+
+namespace {
+
+// The column a grouping names: a moderator by its title, or an identifying
+// column by its title or its level's name; -1 when none.
+int GroupColumn(const sheet::Grid& g, std::string_view name) {
+    for (int c = 0; c < g.Cols(); ++c) {
+        const bool moderator = g.TextIs(MetaRow::Function, c, "Moderator");
+        const bool population = g.TextIs(MetaRow::Function, c, "Populations");
+        if (!moderator && !population) continue;
+        if (g.TextIs(MetaRow::ColumnHeader, c, name) ||
+            (population && g.TextIs(MetaRow::Attribute, c, name)))
+            return c;
+    }
+    return -1;
+}
+
+std::size_t SheetIndex(int sheetRow) {
+    return static_cast<std::size_t>(sheetRow - sheet::FixedRowCount);
+}
+
+}  // namespace
+
+bool Analysis::LoadGroups() {
+    if (groupsLoaded_ == GroupBy && !groupCodes_.empty()) return true;
+    if (sheet_ == nullptr) return false;
+    const sheet::Grid& g = sheet_->Flex();
+    const int col = GroupColumn(g, GroupBy);
+    if (col < 0) return false;
+    groupCodes_.assign(static_cast<std::size_t>(std::max(g.Rows() - sheet::FixedRowCount, 0)),
+                       EmptyText);
+    for (int row = 0; row < vs.Rows(); ++row) {
+        const int r = vs.sheetRow[row];
+        if (r < 0 || g.IsBlank(r, col)) continue;
+        const sheet::Cell& cell = g.At(r, col);
+        groupCodes_[SheetIndex(r)] =
+            cell.IsText() ? vs.texts.Intern(cell.TextView()) : vs.texts.Intern(cell.Text());
+    }
+    groupsLoaded_ = GroupBy;
+    return true;
+}
+
+void Analysis::LoadMHCells() {
+    if (mhLoaded_ || sheet_ == nullptr) return;
+    const sheet::Grid& g = sheet_->Flex();
+    std::array<int, 4> cols{};
+    constexpr std::array<std::string_view, 4> names = {"MHCellA", "MHCellB", "MHCellC", "MHCellD"};
+    for (std::size_t i = 0; i < cols.size(); ++i)
+        cols[i] = FindIndexColumns(g, names[i]).point;
+    mhCells_.assign(static_cast<std::size_t>(std::max(g.Rows() - sheet::FixedRowCount, 0)),
+                    std::array<double, 4>{});
+    for (int row = 0; row < vs.Rows(); ++row) {
+        const int r = vs.sheetRow[row];
+        if (r < 0) continue;
+        std::array<double, 4>& cells = mhCells_[SheetIndex(r)];
+        for (std::size_t i = 0; i < cols.size(); ++i) {
+            if (cols[i] < 0 || !g.At(r, cols[i]).TryNumber(cells[i])) cells[i] = 0;
+        }
+    }
+    mhLoaded_ = true;
+}
+
+std::array<double, 4> Analysis::MHCells(int row) const {
+    const int r = vs.sheetRow[row];
+    if (r < 0 || SheetIndex(r) >= mhCells_.size()) return {};
+    return mhCells_[SheetIndex(r)];
 }
 
 bool Analysis::SetConfidenceLevel(std::string_view level) {

@@ -8,6 +8,7 @@
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
+#include "analysis/MantelHaenszel.h"
 #include "analysis/MetaVals.h"
 
 namespace synthara::analysis {
@@ -117,7 +118,8 @@ PassLayout Layout(const Analysis& a) {
 // summary through columns resolved once.
 class ModelPass {
   public:
-    ModelPass(WorkingTable& vs, int run, int model) : mc_(vs, run, model), model_(model) {
+    ModelPass(WorkingTable& vs, int run, int model, MHIndex mh)
+        : vs_(vs), mc_(vs, run, model), model_(model), mh_(model == 1 ? mh : MHIndex::None) {
         // Model 1 hands its tau-squared to the random models (2 and 4) through
         // their `Group T^2` cells, before those models run.
         for (int m : {1, 2, 4}) {
@@ -125,6 +127,9 @@ class ModelPass {
                 {vs.Ref(Stat::GroupT2, run, m), vs.Ref(Stat::GroupT2Variance, run, m)});
         }
     }
+
+    void SetPooled(const Analysis::PooledTau& pooled) { pooled_ = pooled; }
+    bool UsesMH() const { return mh_ != MHIndex::None; }
 
     // The tau-squared added to a row's variance under this model.
     double TauWithin(int groupRow, int totalRow) const {
@@ -135,20 +140,30 @@ class ModelPass {
                 return mc_.groupT2.Get(groupRow);
             case 3:
             case 5:
-                return pooledT2_;
+                return pooled_.T2;
             default:
                 return 0;
         }
     }
 
     // Writes the row's terms and adds them to the block's sums.
-    void TakeRow(int r, double point, double variance, double tauWithin, BlockSums& sums) {
-        // Under Mantel-Haenszel, model 1 takes its weight and terms from the
-        // row's 2x2 cells, and the ratio itself as its point.
+    // Under Mantel-Haenszel, model 1 takes its weight and terms from the
+    // row's 2x2 cells (`mh`), and the ratio itself as its point.
+    void TakeRow(int r, double point, double variance, double tauWithin, const MHRow* mh,
+                 BlockSums& sums) {
+        if (mh != nullptr) {
+            mc_.mhWeight.Set(r, mh->weight);
+            for (std::size_t i = 0; i < mc_.mh.size(); ++i) {
+                mc_.mh[i].Set(r, mh->terms[i]);
+                sums.MH[i] += mh->terms[i];
+            }
+            sums.MHWeight += mh->weight;
+            point = MHPoint(mh_, point);
+        }
         const double tauBetween = 0;
         const double totalVariance = tauBetween + (tauWithin + variance);
         const double ivWeight = 1 / totalVariance;
-        const double w = ivWeight;
+        const double w = mh != nullptr ? mh->weight : ivWeight;
         const double pointWt = point * w;
         const double pointSqWt = w * point * point;
         const double wsq = w * w;
@@ -179,9 +194,10 @@ class ModelPass {
         sums.Wcu += wcu;
     }
 
-    // The summary of a block on its "Calculations" row.
-    void WriteSummary(int row, const BlockSums& s, bool overall) {
-        const MetaVals v = ComputeMetaVals({s.W1, s.Wsq, s.Wcu, s.K, s.PointWt, s.PointSqWt});
+    // The summary of a block on its "Calculations" row; `first` and `last`
+    // are the block's first and last rows taken in this pass.
+    void WriteSummary(int row, const BlockSums& s, bool overall, int first, int last) {
+        MetaVals v = ComputeMetaVals({s.W1, s.Wsq, s.Wcu, s.K, s.PointWt, s.PointSqWt});
         for (std::size_t i = 0; i < mc_.mh.size(); ++i) {
             // A subtotal's `MHOR-E` holds the sum of `MHOR-R`; nothing reads it back.
             mc_.mh[i].Set(row, !overall && i == 2 ? s.MH[0] : s.MH[i]);
@@ -206,12 +222,19 @@ class ModelPass {
         mc_.qdf.Set(row, v.df);
         mc_.i2.Set(row, v.I2);
         mc_.k.Set(row, s.K);
-        // Under Mantel-Haenszel, model 1's mean and variance are converted here.
+        ConvertPointAndVariance(mh_, s.MH, v.mean, v.variance);
         mc_.summaryPoint.Set(row, v.mean);
         mc_.summaryVariance.Set(row, v.variance);
+        if (model_ == 3 || model_ == 5) {
+            mc_.groupT2.Set(row, pooled_.T2);
+            mc_.groupT2Variance.Set(row, pooled_.varT2);
+        }
         if (model_ != 1) return;
-        // Under Mantel-Haenszel, Q, T2 and I2 are taken anew around the
-        // Mantel-Haenszel mean (ComputeMetaVals2) before this point.
+        if (UsesMH()) {
+            ApplyMHHeterogeneity(v, AccumulateMHVals(first, last, v.mean));
+            mc_.mhQ.Set(row, v.Q);
+            mc_.q.Set(row, v.Q);
+        }
         mc_.i2.Set(row, v.I2);
         for (TauTarget& t : tauTargets_) {
             t.t2.Set(row, v.T2);
@@ -220,14 +243,27 @@ class ModelPass {
     }
 
   private:
+    // Every valid row from the block's first row taken to its last, also a
+    // row this pass leaves out between them, as the rows' cells hold it.
+    MHHeterogeneity AccumulateMHVals(int first, int last, double mean) const {
+        MHHeterogeneity h;
+        for (int r = first; r >= 0 && r <= last; ++r) {
+            if (vs_.validRow[r] <= 0) continue;
+            h.Add(mc_.ivWeight.Get(r), MHPointToScale(mh_, mc_.point.Get(r)), mean);
+        }
+        return h;
+    }
+
     struct TauTarget {
         StatRef t2, variance;
     };
+    const WorkingTable& vs_;
     ModelCols mc_;
     int model_;
+    MHIndex mh_;  // None but for model 1 of a Mantel-Haenszel index
     std::vector<TauTarget> tauTargets_;
     // Models 3 and 5 take one pooled tau-squared for all rows (with a grouping).
-    double pooledT2_ = 0;
+    Analysis::PooledTau pooled_;
 };
 
 }  // namespace
@@ -248,21 +284,27 @@ int Analysis::SetValidLines(int first, int last) {
 void Analysis::DoMeta(int run, int pass) {
     const PassLayout layout = Layout(*this);
     const bool named = vs.levelPresent[0];
+    const MHIndex mh = UseMH ? MHIndexOf(ComputationIndex) : MHIndex::None;
 
     for (int m = 1; m <= NumberOfModels; ++m) {
-        ModelPass model(vs, run, m);
+        ModelPass model(vs, run, m, mh);
+        if (m == 3 || m == 5) model.SetPooled(GetT2MP());
         BlockSums group;
         BlockSums total;
+        int groupFirst = NoRow, groupLast = NoRow, totalFirst = NoRow, totalLast = NoRow;
         std::size_t nextCalc = 0;
         for (int r = 0; r < vs.Rows(); ++r) {
             const RowKind kind = vs.kind[r];
             if (kind != RowKind::Study) {
-                if (kind == RowKind::Subgroup && group.K > 0) model.WriteSummary(r, group, false);
+                if (kind == RowKind::Subgroup && group.K > 0)
+                    model.WriteSummary(r, group, false, groupFirst, groupLast);
                 total.Add(group);
                 group = BlockSums();
+                groupFirst = groupLast = NoRow;
                 if (kind == RowKind::Overall) {
-                    if (total.K > 0) model.WriteSummary(r, total, true);
+                    if (total.K > 0) model.WriteSummary(r, total, true, totalFirst, totalLast);
                     total = BlockSums();
+                    totalFirst = totalLast = NoRow;
                 }
                 continue;
             }
@@ -274,10 +316,30 @@ void Analysis::DoMeta(int run, int pass) {
             if (run != 1 && v >= 1 && v == pass && named)
                 PassStudyName = std::string(vs.PopulationText(0, r));
             if (!Uses(run, pass, v)) continue;
+            if (groupFirst == NoRow) groupFirst = r;
+            if (totalFirst == NoRow) totalFirst = r;
+            groupLast = totalLast = r;
             vs.refLineSub[r] = groupRow;
             vs.refLineTot[r] = layout.totalRow;
+            MHRow terms;
+            if (model.UsesMH()) {
+                const std::array<double, 4> c = MHCells(r);
+                terms = GetMHVals(mh, c[0], c[1], c[2], c[3]);
+            }
             model.TakeRow(r, vs.point[r], vs.variance[r],
-                          model.TauWithin(groupRow, layout.totalRow), group);
+                          model.TauWithin(groupRow, layout.totalRow),
+                          model.UsesMH() ? &terms : nullptr, group);
+        }
+        if (m == 5 && layout.totalRow != NoRow) {
+            // One group: the total is that of the pooled tau-squared.
+            if (FullyRandomOneGroup()) {
+                for (Stat stat : {Stat::SummaryPoint, Stat::SummaryVariance, Stat::GroupT2,
+                                  Stat::GroupT2Variance})
+                    vs.Ref(stat, run, 5)
+                        .Set(layout.totalRow, vs.Ref(stat, run, 3).Value(layout.totalRow));
+            } else {
+                GetFullyRandom(run, layout.totalRow);
+            }
         }
     }
 }
@@ -286,8 +348,9 @@ void Analysis::RunPasses() {
     ValidCount = SetValidLines(0, vs.LastRow());
     DoMeta(1, 0);
     CopyBlockResults(1);
-    // The omit-one and cumulative runs add their k passes here, each followed
-    // by the copy of its own run's results.
+    for (int run : {2, 3}) {
+        if (RunOptions[static_cast<std::size_t>(run - 1)]) RunSensitivity(run);
+    }
 }
 
 // A study row takes the results of its own block, so that every view can

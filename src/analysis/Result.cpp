@@ -67,6 +67,28 @@ SummaryResult Summary(Analysis& a, int calcRow, int model) {
     return s;
 }
 
+// "Total within" and "Total between" of one model, from the groups' Q and
+// the total's.
+BetweenResult Between(Analysis& a, const std::vector<int>& blocks, int model) {
+    WorkingTable& vs = a.vs;
+    const StatRef q = vs.Ref(Stat::Q, 1, model);
+    const StatRef df = vs.Ref(Stat::Qdf, 1, model);
+    BetweenResult b;
+    b.model = model;
+    b.modelWord = std::string(ModelWords[static_cast<std::size_t>(model)]);
+    for (int calc : blocks) {
+        if (vs.kind[calc] != RowKind::Subgroup) continue;
+        b.qWithin += q.Get(calc);
+        b.dfWithin += df.Get(calc);
+    }
+    const int total = blocks.back();
+    b.qBetween = q.Get(total) - b.qWithin;
+    b.dfBetween = df.Get(total) - b.dfWithin;
+    b.pWithin = Finite(stats::ChiSquareP(b.qWithin, b.dfWithin));
+    b.pBetween = Finite(stats::ChiSquareP(b.qBetween, b.dfBetween));
+    return b;
+}
+
 }  // namespace
 
 Estimate MakeEstimate(double point, double variance, Transform transform, double critical) {
@@ -110,12 +132,43 @@ AnalysisResult CollectSummaries(Analysis& analysis) {
     result.levelPresent = analysis.vs.levelPresent;
     const std::vector<int> blocks = analysis.CalculationRows();
     for (int m = 1; m <= analysis.NumberOfModels; ++m) {
+        bool shown = false;
         for (int calc : blocks) {
-            if (analysis.vs.hidden[calc + m] == 0)
-                result.summaries.push_back(Summary(analysis, calc, m));
+            if (analysis.vs.hidden[calc + m] != 0) continue;
+            result.summaries.push_back(Summary(analysis, calc, m));
+            shown = true;
         }
+        if (shown && analysis.Grouped()) result.between.push_back(Between(analysis, blocks, m));
     }
     return result;
+}
+
+void ForEachPass(Analysis& analysis, int run, const std::function<void(const PassResult&)>& visit) {
+    WorkingTable& vs = analysis.vs;
+    std::vector<StatRef> k, point, variance;
+    for (int m = 1; m <= analysis.NumberOfModels; ++m) {
+        k.push_back(vs.Ref(Stat::K, run, m));
+        point.push_back(vs.Ref(Stat::SummaryPoint, run, m));
+        variance.push_back(vs.Ref(Stat::SummaryVariance, run, m));
+    }
+    if (!k.front()) return;  // the run was not asked for
+    PassResult p;
+    for (int r = 0; r < vs.Rows(); ++r) {
+        if (vs.kind[r] != RowKind::Study || vs.validRow[r] <= 0) continue;
+        p.row = r;
+        p.study = std::string(vs.PopulationText(0, r));
+        for (int m = 1; m <= analysis.NumberOfModels; ++m) {
+            const auto i = static_cast<std::size_t>(m - 1);
+            p.model = m;
+            p.modelWord = std::string(ModelWords[static_cast<std::size_t>(m)]);
+            const std::optional<double> count = NumberIn(k[i], r);
+            p.k = count ? static_cast<int>(std::lround(*count)) : 0;
+            p.estimate = p.k > 0 ? MakeEstimate(point[i].Get(r), variance[i].Get(r),
+                                                analysis.DisplayTransform, analysis.CICritical)
+                                 : Estimate();
+            visit(p);
+        }
+    }
 }
 
 AnalysisResult CollectResult(Analysis& analysis) {

@@ -41,6 +41,26 @@ struct SummaryResult {
     std::optional<double> tau2, tau2Se, tau2Variance, tau;
 };
 
+// The Q of a model split into the part within the groups and the part
+// between them ("Total within", "Total between").
+struct BetweenResult {
+    int model = 0;
+    std::string modelWord;
+    double qWithin = 0, dfWithin = 0, qBetween = 0, dfBetween = 0;
+    std::optional<double> pWithin, pBetween;
+};
+
+// One pass of the omit-one or cumulative run: the result of the pass's row's
+// block without that row, or with the rows up to it.
+struct PassResult {
+    int row = 0;
+    std::string study;
+    int model = 0;
+    std::string modelWord;
+    int k = 0;
+    Estimate estimate;  // nothing when the pass left the block without rows
+};
+
 struct AnalysisResult {
     std::string index;             // as displayed
     std::string computationIndex;  // as computed
@@ -49,6 +69,7 @@ struct AnalysisResult {
     std::array<bool, 5> levelPresent{};    // which identifying columns the table has
     std::vector<StudyResult> studies;      // in display order, valid or not; CollectResult only
     std::vector<SummaryResult> summaries;  // the model rows on show, by model, groups then total
+    std::vector<BetweenResult> between;    // with a grouping, each model on show
 };
 
 // The point with its limits and test at the critical value, on both scales.
@@ -60,6 +81,9 @@ AnalysisResult CollectSummaries(Analysis& analysis);
 // studies are written out without a copy of them all.
 void ForEachStudy(Analysis& analysis, const std::function<void(const StudyResult&)>& visit);
 bool AnyValidStudy(const Analysis& analysis);
+// The passes of run 2 or 3, in pass order and by model within a pass, as the
+// views of those runs show them on each valid row.
+void ForEachPass(Analysis& analysis, int run, const std::function<void(const PassResult&)>& visit);
 // The summaries with every study: for small tables and tests.
 AnalysisResult CollectResult(Analysis& analysis);
 

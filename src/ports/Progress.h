@@ -10,6 +10,10 @@ class Progress {
     virtual void Start(const std::string& caption, int total) = 0;
     virtual void Step() = 0;  // one unit done; gives the interface a turn
     virtual void Finish() = 0;
+    // The words under the caption, which may change from step to step.
+    virtual void SetText(const std::string& /*text*/) {}
+    // Whether the user asked to stop; the work checks after each step.
+    virtual bool Cancelled() const { return false; }
 };
 
 class NullProgress final : public Progress {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "SheetOfRows.h"
+#include "AnalysisFixture.h"
 #include "analysis/ColumnKeys.h"
 #include "analysis/IndexChoice.h"
 #include "analysis/Result.h"
@@ -15,28 +15,10 @@ namespace {
 using testing::IsNear;
 using testing::RowValues;
 
-// A sheet of rows, its analysis, and the prompter that records what they say.
-struct Fixture {
-    explicit Fixture(const std::vector<RowValues>& rows, std::string index = "Odds ratio")
-        : sheet(prompter), analysis(prompter) {
-        testing::FillSheet(sheet, rows);
-        analysis.DisplayIndex = std::move(index);
-    }
-    AnalysisResult Run() {
-        status = RunAnalyses(sheet, analysis);
-        return CollectResult(analysis);
-    }
-
-    testing::ScriptedPrompter prompter;
-    sheet::Sheet sheet;
-    Analysis analysis;
-    ComputeStatus status = ComputeStatus::Busy;
-};
+using Fixture = testing::AnalysisFixture;
 
 const SummaryResult* Find(const AnalysisResult& r, std::string_view model) {
-    for (const auto& s : r.summaries)
-        if (s.modelWord == model && s.group == "Overall") return &s;
-    return nullptr;
+    return testing::FindSummary(r, model);
 }
 
 TEST(FindIndex, KeysTheSourceColumnsOrSaysOops) {

@@ -37,10 +37,11 @@ TEST(AnalyzeCommand, RefusesWhatItCannotAnalyze) {
         const char* err;
     } cases[] = {
         {{"--index", "Fold change"}, ExitRefused, "Oops!"},
-        {{"--index", "MH odds ratio"}, ExitRefused, "Mantel-Haenszel"},
+        {{"--index", "MH odds ratio"}, ExitDone, ""},
+        {{"--group-by", "Dose"}, ExitRefused, "--group-by"},
+        {{"--run", "sideways"}, ExitUsage, "--run"},
         {{"--index", "Hedges's g", "--ci-level", "96"}, ExitUsage, "--ci-level"},
         {{"--ci-level", "90%"}, ExitDone, ""},
-        {{"--group-by", "Study name"}, ExitUsage, kNotBuilt},
     };
     for (const auto& c : cases) {
         const Ran ran = Analyze(c.options);
@@ -126,6 +127,32 @@ TEST(AnalyzeCommand, JsonKeepsEveryRowAndPrintsNullForWhatIsMissing) {
     EXPECT_EQ(j["summaries"][1]["model"], "Random");
     EXPECT_EQ(j["summaries"][1]["group"], "Overall");
     EXPECT_EQ(j["summaries"][1]["k"], 2);
+}
+
+// A grouping prints each group's rows, the Q between the groups and the
+// models' texts; a run adds its passes. The JSON carries the same.
+TEST(AnalyzeCommand, GroupingAndRunsPrintTheirTables) {
+    const std::string rows =
+        "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N,Arm\n"
+        "A,4,123,11,139,x\nB,6,306,29,303,x\nC,3,231,11,220,y\nD,62,1360,248,1287,y\n";
+    const Ran grouped = AnalyzeText(rows, {"--group-by", "Arm"});
+    ASSERT_EQ(grouped.status, ExitDone) << grouped.err;
+    EXPECT_NE(grouped.out.find("Total between"), std::string::npos);
+    EXPECT_NE(grouped.out.find("Fully random effects analysis - A random effects model"),
+              std::string::npos);
+    EXPECT_NE(grouped.out.find("NOT pooled across subgroups."), std::string::npos);
+
+    const Ran passes = AnalyzeText(rows, {"--run", "cumulative"});
+    ASSERT_EQ(passes.status, ExitDone) << passes.err;
+    EXPECT_NE(passes.out.find("Cumulative analysis"), std::string::npos);
+
+    const Ran json = AnalyzeText(rows, {"--group-by", "Arm", "--run", "omit-one", "--json"});
+    ASSERT_EQ(json.status, ExitDone) << json.err;
+    const auto doc = nlohmann::json::parse(json.out);
+    EXPECT_EQ(doc["between"].size(), 5u);
+    EXPECT_EQ(doc["omit_one"].size(), 4u * 5u);  // each row under each model
+    EXPECT_EQ(doc["omit_one"][0]["k"], 1);       // its group of two without it
+    EXPECT_FALSE(doc.contains("cumulative"));
 }
 
 }  // namespace
