@@ -10,6 +10,8 @@ class Progress {
     virtual void Start(const std::string& caption, int total) = 0;
     virtual void Step() = 0;  // one unit done; gives the interface a turn
     virtual void Finish() = 0;
+    // Whether the user asked to stop; the work ends at its next step.
+    virtual bool Cancelled() const { return false; }
 };
 
 class NullProgress final : public Progress {
