@@ -8,6 +8,10 @@
 
 #include "sheet/SheetWidget.h"
 
+// The icon is a resource of this static library, which the linker keeps only
+// when something names it; outside any namespace, as Qt asks.
+static void InitResources() { Q_INIT_RESOURCE(resources); }
+
 namespace synthara::ui {
 
 MainWindow::MainWindow(shell::Document& document, shell::FileServices& files,
@@ -18,6 +22,7 @@ MainWindow::MainWindow(shell::Document& document, shell::FileServices& files,
       files_(files),
       settings_(settings),
       sheet_(new SheetWidget(document, undo_, this)) {
+    InitResources();
     setCentralWidget(sheet_);
     setWindowIcon(QIcon(":/synthara.svg"));
     resize(1180, 720);

@@ -31,6 +31,7 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
 
     SheetWidget& Sheet() { return *sheet_; }
     QUndoStack& Undo() { return undo_; }
+    shell::FileServices& Files() { return files_; }
 
     // Carries out a command key; false for a key the window does not know.
     bool Run(const QString& key);
