@@ -22,8 +22,8 @@
 #include "sheet/files/Project.h"
 #include "sheet/files/ProjectFile.h"
 #include "sheet/files/RecentFiles.h"
-#include "sheet/rows/StudyRows.h"
 #include "sheet/grid/Sheet.h"
+#include "sheet/rows/StudyRows.h"
 #include "shell/SheetChange.h"
 
 namespace synthara::shell {

@@ -3,12 +3,12 @@
 #include <type_traits>
 #include <utility>
 
-#include "shell/Document.h"
 #include "sheet/blocks/BlockTable.h"
 #include "sheet/blocks/DisplayColumns.h"
 #include "sheet/files/Backup.h"
 #include "sheet/grid/MetaRows.h"
 #include "sheet/rows/SheetCheck.h"
+#include "shell/Document.h"
 
 namespace synthara::shell {
 
@@ -106,9 +106,13 @@ void Document::SetMergeRows(bool on) {
     Settled([&] { sheet::MergeRows(sheet_, on); });
 }
 
-bool Document::CheckData() { return Settled([&] { return sheet::CheckDataCommand(sheet_); }); }
+bool Document::CheckData() {
+    return Settled([&] { return sheet::CheckDataCommand(sheet_); });
+}
 
-void Document::RemoveRedBackColor() { Settled([&] { sheet::RemoveRedBackColor(sheet_); }); }
+void Document::RemoveRedBackColor() {
+    Settled([&] { sheet::RemoveRedBackColor(sheet_); });
+}
 
 bool Document::HasDataEntryColumns() const {
     const sheet::Grid& flex = sheet_.Flex();
@@ -126,7 +130,9 @@ bool Document::ComputeEffects() {
     return true;
 }
 
-std::vector<sheet::GroupName> Document::GroupNames() { return sheet::EditGroupNames(sheet_); }
+std::vector<sheet::GroupName> Document::GroupNames() {
+    return sheet::EditGroupNames(sheet_);
+}
 
 void Document::SetGroupNames(const std::vector<sheet::GroupName>& names) {
     Settled([&] { sheet::SetGroupNames(sheet_, project_, names); });

@@ -167,7 +167,9 @@ std::optional<double> ParseNumber(const std::string& text) {
 
 }  // namespace
 
-std::span<const SettingKey> SettingsTable() { return kTable; }
+std::span<const SettingKey> SettingsTable() {
+    return kTable;
+}
 
 const SettingKey* FindSetting(std::string_view name) {
     const auto it = std::find_if(kTable.begin(), kTable.end(),
@@ -213,7 +215,9 @@ double StoredSettings::Number(std::string_view name) const {
     return ParseNumber(Text(name)).value_or(0.0);
 }
 
-long StoredSettings::Integer(std::string_view name) const { return std::lround(Number(name)); }
+long StoredSettings::Integer(std::string_view name) const {
+    return std::lround(Number(name));
+}
 
 bool StoredSettings::IsSet(std::string_view name) const {
     return values_.count(std::string(name)) != 0;

@@ -130,8 +130,7 @@ TEST(StartChoicesTest, OptionsListAndTheOptionSelectedFirst) {
 
     EXPECT_EQ(StartList(StartOption::File, recent),
               (std::vector<std::string>{"/data/trials.syn", "More files ..."}));
-    EXPECT_EQ(StartList(StartOption::Template, recent),
-              std::vector<std::string>{"More files ..."});
+    EXPECT_EQ(StartList(StartOption::Template, recent), std::vector<std::string>{"More files ..."});
     EXPECT_TRUE(StartList(StartOption::Blank, recent).empty());
 }
 

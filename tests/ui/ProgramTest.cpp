@@ -30,9 +30,9 @@ TEST_F(ProgramFixture, TheFirstStartOffersTheStartDialogWithABlankSheetSelected)
         return int(QDialog::Rejected);
     });
     program->Start({}, false);
-    EXPECT_EQ(captions, (QStringList{"Start a blank spreadsheet",
-                                     "Start a new spreadsheet using a template",
-                                     "Open an existing file"}));
+    EXPECT_EQ(captions,
+              (QStringList{"Start a blank spreadsheet", "Start a new spreadsheet using a template",
+                           "Open an existing file"}));
     EXPECT_EQ(option, static_cast<int>(shell::StartOption::Blank));
     EXPECT_TRUE(program->Window().Command("Opening wizard")->isChecked());
 }

@@ -13,8 +13,8 @@ AddStudyDialog::AddStudyDialog(shell::Document& document, QWidget* parent)
     : QDialog(parent),
       document_(document),
       name_(new QLineEdit(QString::fromStdString(document.NewStudyName()), this)),
-      rectangle_(new QCheckBox("One row for each subgroup, comparison, outcome and time point",
-                               this)) {
+      rectangle_(
+          new QCheckBox("One row for each subgroup, comparison, outcome and time point", this)) {
     setObjectName("frmAddStudy");
     setWindowTitle("Insert study");
     auto* note = new QLabel(

@@ -16,9 +16,9 @@ namespace synthara::ui {
 namespace {
 
 // The identifying columns' commands, in the order of their populations.
-constexpr std::array<const char*, 5> kPopulationWords = {
-    "study names", "subgroup within study", "the comparison name", "the outcome name",
-    "the timepoint name"};
+constexpr std::array<const char*, 5> kPopulationWords = {"study names", "subgroup within study",
+                                                         "the comparison name", "the outcome name",
+                                                         "the timepoint name"};
 
 }  // namespace
 
@@ -58,9 +58,7 @@ void MainWindow::RegisterCommands() {
     };
 
     h["Insert study"] = [this] { InsertStudy(); };
-    h["Delete study"] = [this] {
-        document_.DeleteStudy(sheet_->CurrentRow(), files_.tempFolder);
-    };
+    h["Delete study"] = [this] { document_.DeleteStudy(sheet_->CurrentRow(), files_.tempFolder); };
     h["Delete this data entry block"] = [this, current] { document_.DeleteBlockAt(current()); };
     h["Edit group names"] = [this] { EditGroupNames(); };
     h["Sort AZ"] = [this, current] { document_.SortBy(current(), false); };
@@ -74,9 +72,7 @@ void MainWindow::RegisterCommands() {
     h["Show all blocks"] = [this] { document_.SetBlockDisplay(sheet::ShowAllBlocks); };
     h["Show only current block"] = [this] { document_.SetBlockDisplay(sheet::ShowCurrentBlock); };
     h["Hide all blocks"] = [this] { document_.SetBlockDisplay(sheet::HideAllBlocks); };
-    h["Show selected indices"] = [this] {
-        document_.SetIndexDisplay(sheet::ShowSelectedIndices);
-    };
+    h["Show selected indices"] = [this] { document_.SetIndexDisplay(sheet::ShowSelectedIndices); };
     h["Show only primary index"] = [this] { document_.SetIndexDisplay(sheet::ShowPrimaryIndex); };
     h["Set primary index"] = [this, current] { document_.SetPrimaryIndex(current()); };
     h["Effect size index"] = h["Set primary index"];
@@ -123,7 +119,8 @@ void MainWindow::InsertModerator() {
 
 void MainWindow::About() {
     QMessageBox::about(this, "About Synthara",
-                       "<h3>Synthara " SYNTHARA_VERSION "</h3>"
+                       "<h3>Synthara " SYNTHARA_VERSION
+                       "</h3>"
                        "<p>Meta-analysis on the desktop: a sheet of studies, the effect size of "
                        "every row in any of its data-entry formats, and the analyses that "
                        "combine them.</p>");

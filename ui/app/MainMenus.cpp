@@ -57,9 +57,8 @@ void MainWindow::BuildMenus() {
 
     QMenu* insert = menuBar()->addMenu("&Insert");
     QMenu* identify = menuBar()->addMenu("I&dentify");
-    const QStringList populations = {"study names", "subgroup within study",
-                                     "the comparison name", "the outcome name",
-                                     "the timepoint name"};
+    const QStringList populations = {"study names", "subgroup within study", "the comparison name",
+                                     "the outcome name", "the timepoint name"};
     for (const QString& words : populations) {
         AddCommand(insert, "Insert column for " + words, "Column for " + words);
         AddCommand(identify, "Identify column for " + words, "Column for " + words);
@@ -70,8 +69,7 @@ void MainWindow::BuildMenus() {
     AddCommand(identify, "Identify columns with effect size data",
                "Columns with effect size data...");
     AddCommand(insert, "Insert column for moderator variable", "Column for moderator variable...");
-    AddCommand(identify, "Identify column for moderator variable",
-               "Column for moderator variable");
+    AddCommand(identify, "Identify column for moderator variable", "Column for moderator variable");
     insert->addSeparator();
     AddCommand(insert, "Insert study", "Study...");
 
@@ -134,8 +132,8 @@ void MainWindow::RefreshRecentFiles() {
     for (const std::string& path : files_.recent.Files().Entries()) {
         if (path.empty()) continue;
         const QString full = QString::fromStdString(path);
-        QAction* action = recentMenu_->addAction(
-            QString("&%1 %2").arg(++number).arg(QFileInfo(full).fileName()));
+        QAction* action =
+            recentMenu_->addAction(QString("&%1 %2").arg(++number).arg(QFileInfo(full).fileName()));
         action->setToolTip(full);
         connect(action, &QAction::triggered, this,
                 [this, path] { document_.FileOpen(files_, sheet::OpenKind::File, path); });
@@ -170,17 +168,21 @@ QStringList MainWindow::ContextCommands(int row, int col) const {
         keys << "Insert study";
         if (row >= sheet::FixedRowCount) keys << "Delete study";
     } else if (function == "Data Entry") {
-        keys << "Delete this data entry block" << "Edit group names";
+        keys << "Delete this data entry block"
+             << "Edit group names";
     } else if (function == "Display") {
         if (!flex.Text(MetaRow::IndexName, col).empty() &&
             flex.Text(MetaRow::Attribute, col) == "Point")
             keys << "Set primary index";
-        keys << "Show only primary index" << "Show selected indices";
+        keys << "Show only primary index"
+             << "Show selected indices";
     } else if (function != "Moderator") {
-        keys << "Identify column for study names" << "Identify column for moderator variable"
+        keys << "Identify column for study names"
+             << "Identify column for moderator variable"
              << "Identify columns with effect size data";
     }
-    keys << "Sort AZ" << "Sort ZA";
+    keys << "Sort AZ"
+         << "Sort ZA";
     keys << (document_.Frozen() ? "Unfreeze columns" : "Freeze columns");
     return keys;
 }

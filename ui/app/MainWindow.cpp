@@ -10,7 +10,9 @@
 
 // The icon is a resource of this static library, which the linker keeps only
 // when something names it; outside any namespace, as Qt asks.
-static void InitResources() { Q_INIT_RESOURCE(resources); }
+static void InitResources() {
+    Q_INIT_RESOURCE(resources);
+}
 
 namespace synthara::ui {
 
@@ -34,7 +36,9 @@ MainWindow::MainWindow(shell::Document& document, shell::FileServices& files,
     SyncChecks();
 }
 
-MainWindow::~MainWindow() { document_.RemoveListener(*this); }
+MainWindow::~MainWindow() {
+    document_.RemoveListener(*this);
+}
 
 bool MainWindow::Run(const QString& key) {
     const auto handler = handlers_.find(key);

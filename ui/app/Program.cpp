@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include "app/Splash.h"
@@ -23,10 +24,10 @@ Program::Program(ports::SettingsStore& store, ports::Prompter& prompter,
         std::string names;
         for (const std::string& name : unreadable)
             names += (names.empty() ? "" : ", ") + name;
-        prompter.Message({"Settings",
-                          {"These stored settings could not be read and take their defaults:",
-                           names},
-                          ports::Icon::Warning});
+        prompter.Message(
+            {"Settings",
+             {"These stored settings could not be read and take their defaults:", names},
+             ports::Icon::Warning});
     }
     window_ = std::make_unique<MainWindow>(document_, files_, settings_);
     connect(window_.get(), &MainWindow::Closed, this, &Program::SaveSettings);
@@ -47,20 +48,20 @@ void Program::Start(const std::string& path, bool splash) {
         next();
         return;
     }
-    auto* screen = new Splash;
+    // A click closes the splash early, and it deletes itself when closed.
+    QPointer<Splash> screen = new Splash;
     screen->show();
     QTimer::singleShot(1500, this, [screen, next] {
-        screen->close();
+        if (screen) screen->close();
         next();
     });
 }
 
 void Program::OpenGiven(const std::string& path) {
     if (shell::IsProjectFile(path)) {
-        document_.FileOpen(files_,
-                           shell::IsTemplateFile(path) ? sheet::OpenKind::Template
-                                                       : sheet::OpenKind::File,
-                           path, false);
+        document_.FileOpen(
+            files_, shell::IsTemplateFile(path) ? sheet::OpenKind::Template : sheet::OpenKind::File,
+            path, false);
         return;
     }
     // A table of rows, read as the command line reads it.

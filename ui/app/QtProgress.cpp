@@ -10,8 +10,8 @@ QtProgress::QtProgress(QWidget* parent) : parent_(parent) {}
 QtProgress::~QtProgress() = default;
 
 void QtProgress::Start(const std::string& caption, int total) {
-    dialog_ = std::make_unique<QProgressDialog>(QString::fromStdString(caption), "Cancel", 0,
-                                                total, parent_);
+    dialog_ = std::make_unique<QProgressDialog>(QString::fromStdString(caption), "Cancel", 0, total,
+                                                parent_);
     dialog_->setWindowModality(Qt::WindowModal);
     // Short work finishes before the dialog would be seen.
     dialog_->setMinimumDuration(500);
@@ -24,8 +24,12 @@ void QtProgress::Step() {
     QCoreApplication::processEvents();
 }
 
-void QtProgress::Finish() { dialog_.reset(); }
+void QtProgress::Finish() {
+    dialog_.reset();
+}
 
-bool QtProgress::Cancelled() const { return dialog_ && dialog_->wasCanceled(); }
+bool QtProgress::Cancelled() const {
+    return dialog_ && dialog_->wasCanceled();
+}
 
 }  // namespace synthara::ui

@@ -40,6 +40,8 @@ void QtSettingsStore::Remove(const std::string& section, const std::string& key)
     settings_->remove(Path(section, key));
 }
 
-void QtSettingsStore::Sync() { settings_->sync(); }
+void QtSettingsStore::Sync() {
+    settings_->sync();
+}
 
 }  // namespace synthara::ui

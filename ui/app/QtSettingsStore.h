@@ -20,8 +20,7 @@ class QtSettingsStore final : public ports::SettingsStore {
 
     std::optional<std::string> Get(const std::string& section,
                                    const std::string& key) const override;
-    void Set(const std::string& section, const std::string& key,
-             const std::string& value) override;
+    void Set(const std::string& section, const std::string& key, const std::string& value) override;
     void Remove(const std::string& section, const std::string& key) override;
     // Writes what was set to the file now.
     void Sync();

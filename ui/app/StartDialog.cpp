@@ -31,9 +31,13 @@ StartDialog::StartDialog(const shell::StoredSettings& settings, const sheet::Rec
         choices->addWidget(option);
     }
     choices->addStretch();
+    auto* recentColumn = new QVBoxLayout;
+    recentColumn->addWidget(new QLabel("<b>Recent files</b>", this));
+    recentColumn->addWidget(list_, 1);
     auto* columns = new QHBoxLayout;
     columns->addLayout(choices);
-    columns->addWidget(list_, 1);
+    columns->addSpacing(12);
+    columns->addLayout(recentColumn, 1);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -88,6 +92,8 @@ std::string StartDialog::ChosenPath() const {
     return value == shell::kMoreFilesValue ? std::string() : value;
 }
 
-bool StartDialog::ShowNextTime() const { return show_->isChecked(); }
+bool StartDialog::ShowNextTime() const {
+    return show_->isChecked();
+}
 
 }  // namespace synthara::ui

@@ -49,6 +49,7 @@ WizardWindow::WizardWindow(shell::Document& document, bool identify, QWidget* pa
       document_(document),
       wizard_(document.StartWizard()),
       panels_(new QStackedWidget(this)),
+      steps_(new QLabel(this)),
       back_(new QPushButton("< &Back", this)),
       next_(new QPushButton("&Next >", this)),
       finish_(new QPushButton("&Finish", this)) {
@@ -69,10 +70,18 @@ WizardWindow::WizardWindow(shell::Document& document, bool identify, QWidget* pa
     buttons->addStretch();
     for (QPushButton* button : {back_, next_, finish_, cancel})
         buttons->addWidget(button);
+    auto* body = new QHBoxLayout;
+    body->addWidget(steps_);
+    body->addWidget(panels_, 1);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(panels_, 1);
+    layout->addLayout(body, 1);
     layout->addLayout(buttons);
-    resize(640, 480);
+    steps_->setObjectName("steps");
+    steps_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    steps_->setFixedWidth(150);
+    steps_->setMargin(12);
+    steps_->setStyleSheet("QLabel#steps { background: #1c3f6e; color: #c8d7eb; }");
+    resize(720, 480);
     ShowPanel(Welcome);
 }
 
@@ -141,9 +150,8 @@ QWidget* WizardWindow::MakeColumns() {
     auto* page = new QWidget(this);
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(Heading("Columns for the data", page));
-    layout->addWidget(
-        Words("For each entry, create a new column or choose a column already on the sheet.",
-              page));
+    layout->addWidget(Words(
+        "For each entry, create a new column or choose a column already on the sheet.", page));
     comboForm_ = new QFormLayout;
     layout->addLayout(comboForm_);
     layout->addStretch();
@@ -176,10 +184,19 @@ void WizardWindow::FillCombos() {
     }
 }
 
-int WizardWindow::CurrentPanel() const { return panels_->currentIndex(); }
+int WizardWindow::CurrentPanel() const {
+    return panels_->currentIndex();
+}
 
 void WizardWindow::ShowPanel(int panel) {
     panels_->setCurrentIndex(panel);
+    // The steps beside the panels, the current one in white and bold.
+    QString steps;
+    const QStringList names = {"Welcome", "Kind of study", "Format", "Columns"};
+    for (int i = 0; i < names.size(); ++i)
+        steps += i == panel ? "<p><b style='color:white'>" + names[i] + "</b></p>"
+                            : "<p>" + names[i] + "</p>";
+    steps_->setText(steps);
     const QTreeWidgetItem* item = tree_->currentItem();
     const bool formatChosen = item != nullptr && item->data(0, Qt::UserRole).isValid();
     back_->setEnabled(panel > Welcome);
@@ -201,7 +218,9 @@ void WizardWindow::Next() {
     ShowPanel(std::min(panel + 1, static_cast<int>(Columns)));
 }
 
-void WizardWindow::Back() { ShowPanel(std::max(CurrentPanel() - 1, static_cast<int>(Welcome))); }
+void WizardWindow::Back() {
+    ShowPanel(std::max(CurrentPanel() - 1, static_cast<int>(Welcome)));
+}
 
 bool WizardWindow::SelectFormat(const QString& longName) {
     const auto found = tree_->findItems(longName, Qt::MatchExactly | Qt::MatchRecursive);

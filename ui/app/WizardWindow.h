@@ -11,6 +11,7 @@
 class QButtonGroup;
 class QComboBox;
 class QFormLayout;
+class QLabel;
 class QPushButton;
 class QRadioButton;
 class QStackedWidget;
@@ -51,6 +52,7 @@ class WizardWindow final : public QDialog {
     shell::Document& document_;
     std::unique_ptr<sheet::BlockWizard> wizard_;
     QStackedWidget* panels_;
+    QLabel* steps_;
     QButtonGroup* studyTypes_ = nullptr;
     QRadioButton* commonOnly_ = nullptr;
     QTreeWidget* tree_ = nullptr;
