@@ -18,6 +18,7 @@ StartDialog::StartDialog(const shell::StoredSettings& settings, const sheet::Rec
       recent_(recent),
       options_(new QButtonGroup(this)),
       list_(new QListWidget(this)),
+      listHeading_(new QLabel(this)),
       show_(new QCheckBox("Show this dialog when I start the program", this)) {
     setObjectName("frmStart");
     setWindowTitle("Synthara");
@@ -32,7 +33,7 @@ StartDialog::StartDialog(const shell::StoredSettings& settings, const sheet::Rec
     }
     choices->addStretch();
     auto* recentColumn = new QVBoxLayout;
-    recentColumn->addWidget(new QLabel("<b>Recent files</b>", this));
+    recentColumn->addWidget(listHeading_);
     recentColumn->addWidget(list_, 1);
     auto* columns = new QHBoxLayout;
     columns->addLayout(choices);
@@ -68,6 +69,8 @@ void StartDialog::SetOption(shell::StartOption option) {
 
 void StartDialog::FillList() {
     list_->clear();
+    listHeading_->setText(Option() == shell::StartOption::Template ? "<b>Recent templates</b>"
+                                                                   : "<b>Recent files</b>");
     for (const std::string& entry : shell::StartList(Option(), recent_)) {
         const QString text = QString::fromStdString(entry);
         auto* item = new QListWidgetItem(list_);

@@ -8,6 +8,7 @@
 
 class QButtonGroup;
 class QCheckBox;
+class QLabel;
 class QListWidget;
 
 namespace synthara::ui {
@@ -34,6 +35,7 @@ class StartDialog final : public QDialog {
     const sheet::RecentFiles& recent_;
     QButtonGroup* options_;
     QListWidget* list_;
+    QLabel* listHeading_;
     QCheckBox* show_;
 };
 

@@ -33,6 +33,18 @@ QLabel* Words(const QString& text, QWidget* parent) {
     return label;
 }
 
+QString Text(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A panel under its heading; the caller fills in the rest of the layout.
+QVBoxLayout* NewPanel(const QString& heading, QWidget* parent) {
+    auto* page = new QWidget(parent);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(Heading(heading, page));
+    return layout;
+}
+
 void AddNodes(QTreeWidgetItem* parent, const sheet::WizardNode& node) {
     for (const sheet::WizardNode& child : node.children) {
         auto* item = new QTreeWidgetItem(parent, {QString::fromStdString(child.caption)});
@@ -91,9 +103,8 @@ WizardWindow::~WizardWindow() {
 }
 
 QWidget* WizardWindow::MakeWelcome(bool identify) {
-    auto* page = new QWidget(this);
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(Heading("Effect size data", page));
+    QVBoxLayout* layout = NewPanel("Effect size data", this);
+    QWidget* page = layout->parentWidget();
     layout->addWidget(Words(
         identify ? "This wizard tells the program which columns of the sheet hold the data of "
                    "one data-entry format. Choose the kind of study, then the format, then "
@@ -108,22 +119,18 @@ QWidget* WizardWindow::MakeWelcome(bool identify) {
 }
 
 QWidget* WizardWindow::MakeStudyType() {
-    auto* page = new QWidget(this);
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(Heading("What kind of studies?", page));
+    QVBoxLayout* layout = NewPanel("What kind of studies?", this);
+    QWidget* page = layout->parentWidget();
     studyTypes_ = new QButtonGroup(page);
     for (std::size_t i = 0; i < sheet::WizardCaptions::StudyTypes.size(); ++i) {
-        auto* option = new QRadioButton(
-            QString::fromUtf8(sheet::WizardCaptions::StudyTypes[i].data(),
-                              static_cast<int>(sheet::WizardCaptions::StudyTypes[i].size())),
-            page);
+        auto* option = new QRadioButton(Text(sheet::WizardCaptions::StudyTypes[i]), page);
         studyTypes_->addButton(option, static_cast<int>(i));
         layout->addWidget(option);
     }
     studyTypes_->button(wizard_->optDatatypes)->setChecked(true);
     layout->addSpacing(16);
-    commonOnly_ = new QRadioButton(QString(sheet::WizardCaptions::CommonOnly.data()), page);
-    auto* all = new QRadioButton(QString(sheet::WizardCaptions::AllFormats.data()), page);
+    commonOnly_ = new QRadioButton(Text(sheet::WizardCaptions::CommonOnly), page);
+    auto* all = new QRadioButton(Text(sheet::WizardCaptions::AllFormats), page);
     auto* commonGroup = new QButtonGroup(page);
     commonGroup->addButton(commonOnly_);
     commonGroup->addButton(all);
@@ -136,9 +143,8 @@ QWidget* WizardWindow::MakeStudyType() {
 }
 
 QWidget* WizardWindow::MakeFormats() {
-    auto* page = new QWidget(this);
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(Heading("In which format are the data?", page));
+    QVBoxLayout* layout = NewPanel("In which format are the data?", this);
+    QWidget* page = layout->parentWidget();
     tree_ = new QTreeWidget(page);
     tree_->setHeaderHidden(true);
     connect(tree_, &QTreeWidget::currentItemChanged, this, [this] { ShowPanel(Formats); });
@@ -147,9 +153,8 @@ QWidget* WizardWindow::MakeFormats() {
 }
 
 QWidget* WizardWindow::MakeColumns() {
-    auto* page = new QWidget(this);
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(Heading("Columns for the data", page));
+    QVBoxLayout* layout = NewPanel("Columns for the data", this);
+    QWidget* page = layout->parentWidget();
     layout->addWidget(Words(
         "For each entry, create a new column or choose a column already on the sheet.", page));
     comboForm_ = new QFormLayout;
