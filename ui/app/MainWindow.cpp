@@ -63,8 +63,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::SheetChanged(const shell::SheetChange& change) {
     if (change.kind == shell::ChangeKind::Cells) return;
-    // Another sheet or another layout: the edits made before can't be undone on it.
-    undo_.clear();
+    // Another sheet altogether: the edits made before can't be undone on it.
+    if (change.kind == shell::ChangeKind::Reset) undo_.clear();
     UpdateCaption();
     SyncChecks();
     RefreshRecentFiles();
