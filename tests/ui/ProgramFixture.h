@@ -43,6 +43,17 @@ class ProgramFixture : public ::testing::Test {
             program->Document().Open(SYNTHARA_EXAMPLES "/bcg-vaccine-trials.csv", settings).ok());
     }
 
+    // A program that saved the example as a project in the test's folder; the
+    // project's path.
+    std::string SaveExample() {
+        const std::string path = (folder / "trials.syn").string();
+        Make();
+        OpenExample();
+        chooser.answers = {path};
+        EXPECT_TRUE(program->Document().FileSave(program->Window().Files(), 0));
+        return path;
+    }
+
     std::filesystem::path folder;
     ports::MemorySettingsStore store;
     testing::ScriptedPrompter prompter;

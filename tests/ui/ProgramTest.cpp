@@ -38,11 +38,7 @@ TEST_F(ProgramFixture, TheFirstStartOffersTheStartDialogWithABlankSheetSelected)
 }
 
 TEST_F(ProgramFixture, TheStartDialogOpensARecentFileOrAsksForOne) {
-    const std::string path = (folder / "trials.syn").string();
-    Make();
-    OpenExample();
-    chooser.answers = {path};
-    ASSERT_TRUE(program->Document().FileSave(program->Window().Files(), 0));
+    const std::string path = SaveExample();
 
     // The next session: the file is at hand and opened from the list.
     program.reset();
@@ -71,11 +67,7 @@ TEST_F(ProgramFixture, TheStartDialogOpensARecentFileOrAsksForOne) {
 }
 
 TEST_F(ProgramFixture, AFileOnTheCommandLineSkipsTheStartDialog) {
-    const std::string path = (folder / "trials.syn").string();
-    Make();
-    OpenExample();
-    chooser.answers = {path};
-    ASSERT_TRUE(program->Document().FileSave(program->Window().Files(), 0));
+    const std::string path = SaveExample();
 
     int dialogs = 0;
     Make([&](QDialog&) { return ++dialogs, int(QDialog::Rejected); });

@@ -1,11 +1,12 @@
 #include "app/AddStudyDialog.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
+
+#include "app/OkCancel.h"
 
 namespace synthara::ui {
 
@@ -23,9 +24,7 @@ AddStudyDialog::AddStudyDialog(shell::Document& document, QWidget* parent)
     auto* form = new QFormLayout;
     form->addRow("Study name:", name_);
     form->addRow(QString(), rectangle_);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::accepted, this, &AddStudyDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &AddStudyDialog::reject);
+    QDialogButtonBox* buttons = OkCancel(*this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(note);
     layout->addLayout(form);

@@ -1,9 +1,10 @@
 #include "app/GroupNamesDialog.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QVBoxLayout>
+
+#include "app/OkCancel.h"
 
 namespace synthara::ui {
 
@@ -17,9 +18,7 @@ GroupNamesDialog::GroupNamesDialog(std::vector<sheet::GroupName> names, QWidget*
         form->addRow(QString::fromStdString(name.word) + ":", box);
         boxes_.push_back(box);
     }
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QDialogButtonBox* buttons = OkCancel(*this);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(buttons);

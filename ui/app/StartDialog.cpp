@@ -2,13 +2,14 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include "app/OkCancel.h"
 
 namespace synthara::ui {
 
@@ -39,9 +40,7 @@ StartDialog::StartDialog(const shell::StoredSettings& settings, const sheet::Rec
     columns->addLayout(choices);
     columns->addSpacing(12);
     columns->addLayout(recentColumn, 1);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QDialogButtonBox* buttons = OkCancel(*this);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(show_);
     bottom->addStretch();
