@@ -5,6 +5,7 @@
 
 #include "analysis/Analysis.h"
 #include "effectsize/Compute.h"
+#include "sheet/blocks/CellBorders.h"
 #include "sheet/files/ProjectFile.h"
 #include "sheet/files/SheetFormat.h"
 #include "sheet/grid/MetaRows.h"
@@ -27,6 +28,8 @@ void Document::RemoveListener(DocumentListener& listener) {
 }
 
 void Document::Notify(const SheetChange& change) {
+    // The block outlines follow the columns, wherever the change moved them.
+    if (change.kind != ChangeKind::Cells) sheet::AddCellBorders(sheet_);
     // A listener may stop listening while it is told; walk a copy.
     const std::vector<DocumentListener*> listeners = listeners_;
     for (DocumentListener* listener : listeners)

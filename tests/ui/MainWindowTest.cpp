@@ -1,6 +1,7 @@
 // Screenshots of the program's windows, saved in the build folder's
 // screenshots/ for a person to look at: the main window with the example,
 // the block wizard on its column panel, and the start dialog.
+#include <QApplication>
 #include <QDir>
 #include <QTableView>
 
@@ -21,9 +22,15 @@ TEST_F(ProgramFixture, MainWindowShowsTheExample) {
     OpenExample();
     MainWindow& window = program->Window();
     window.show();
+    QApplication::processEvents();
     auto* view = window.findChild<QTableView*>();
     ASSERT_NE(view, nullptr);
     EXPECT_GE(view->model()->rowCount(), program->Document().DataRows());
+    // The cursor waits in the first entry cell of the block, in view.
+    const int col = view->currentIndex().column();
+    EXPECT_EQ(view->model()->headerData(col, Qt::Horizontal).toString().simplified(),
+              "Group-A Events");
+    EXPECT_TRUE(view->viewport()->rect().intersects(view->visualRect(view->currentIndex())));
     EXPECT_TRUE(Save(window, "main-window.png"));
 }
 

@@ -98,7 +98,9 @@ TEST_F(SheetViewTest, BlockTabsFollowTheBlocksAndTheCursor) {
     EXPECT_EQ(tabs->tabText(0).toStdString(), Sheet().View.Tabs[0]);
     EXPECT_EQ(tabs->tabText(1).toStdString(), Sheet().View.Tabs[1]);
 
-    widget->SetCurrentCell(FixedRowCount, ColumnTitled("Group-A Events"));
+    // The new block's tab is current; moving into the first block's cells
+    // brings its tab back.
+    widget->SetCurrentCell(FixedRowCount + 1, ColumnTitled("Group-A Events"));
     EXPECT_EQ(tabs->currentIndex(), 0);
     EXPECT_EQ(Sheet().View.CurrentTab, 0);
     // Picking a tab puts the cursor in its block.

@@ -137,6 +137,11 @@ void SheetView::UncoverFromFrozen(const QModelIndex& index) {
     if (covered > 0) horizontalScrollBar()->setValue(horizontalScrollBar()->value() - covered);
 }
 
+void SheetView::ScrollToColumn(int col) {
+    if (col < frozenCount_) return;
+    horizontalScrollBar()->setValue(horizontalHeader()->sectionPosition(col) - FrozenWidth());
+}
+
 QModelIndex SheetView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const QModelIndex next = QTableView::moveCursor(action, modifiers);
     // The frozen columns are labels, not cells to walk into.

@@ -24,6 +24,8 @@ class SheetView final : public QTableView {
     int FrozenWidth() const;
     // Scrolls a cell into view beside the frozen columns, never under them.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    // Scrolls so that column `col` stands first beside the frozen columns.
+    void ScrollToColumn(int col);
 
   signals:
     // The user dragged column `from` to position `to`; the header has been

@@ -82,7 +82,25 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
                 if (row >= topLeft.row() && row <= bottomRight.row()) ShowTrail();
             });
     connect(model_, &SheetModel::modelReset, this, &SheetWidget::ShowTrail);
+    // After the view has taken the new sheet's columns in.
+    connect(model_, &SheetModel::modelReset, this, &SheetWidget::GoToFirstBlock,
+            Qt::QueuedConnection);
     RebuildTabs();
+    GoToFirstBlock();
+}
+
+// A sheet just opened shows its first data-entry block beside the frozen
+// columns, with the cursor in its first cell, rather than the free columns
+// the sheet keeps for identifying columns and moderators.
+void SheetWidget::GoToFirstBlock() {
+    int first = -1;
+    for (const sheet::CellBorder& border : document_.Sheet().View.Borders)
+        if (border.kind == sheet::CellBorder::Kind::Block &&
+            !view_->isColumnHidden(border.firstCol) && (first < 0 || border.firstCol < first))
+            first = border.firstCol;
+    if (first < 0 || model_->rowCount() == 0) return;
+    view_->setCurrentIndex(model_->index(0, first));
+    view_->ScrollToColumn(first);
 }
 
 SheetWidget::~SheetWidget() {

@@ -55,6 +55,7 @@ class SheetWidget final : public QWidget {
     void TabChosen(int tab);
     void CurrentChanged(const QModelIndex& current);
     void ShowTrail();
+    void GoToFirstBlock();
 
     shell::Document& document_;
     QUndoStack& undo_;
