@@ -25,8 +25,8 @@
 #include "sheet/files/ProjectFile.h"
 #include "sheet/files/RecentFiles.h"
 #include "sheet/grid/Sheet.h"
-#include "shell/CellEdits.h"
 #include "sheet/rows/StudyRows.h"
+#include "shell/CellEdits.h"
 #include "shell/SheetChange.h"
 
 namespace synthara::shell {
