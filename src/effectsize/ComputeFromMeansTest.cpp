@@ -1,6 +1,8 @@
 // Two independent groups from a t-value or a p-value with the sample sizes,
 // and the means or their difference where they were given.
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <variant>
 
@@ -32,27 +34,24 @@ constexpr Formula kStdDiffFromT{"StdDiff = {t} / (Sqr({HarmonicN}) / Sqr(2))"};
 constexpr Formula kStdDiffSE{
     "StdDiffSE = Sqr(1 / {N1} + 1 / {N2} + {StdDiff} ^ 2 / (2 * ({N1} + {N2})))"};
 
-struct Kind {
-    bool means = false, difference = false, pValue = false;
+// The words that open the trails, in the order of the t and p entries.
+constexpr std::string_view kOpenings[] = {
+    "Independent means, N, and t-value",
+    "Independent difference in means, sample size, and t-value",
+    "Sample size and independent t-value",
+    "Independent means, sample size, and p-value",
+    "Independent difference in means, sample size, and p-value",
+    "Sample size and p-value",
+};
+
+struct Kind : sheet::MeansTestKind {
     std::string_view opening;
 };
 
 Kind KindOf(MeansEntry entry) {
-    switch (entry) {
-        case MeansEntry::MeansAndT:
-            return {true, false, false, "Independent means, N, and t-value"};
-        case MeansEntry::DifferenceAndT:
-            return {false, true, false,
-                    "Independent difference in means, sample size, and t-value"};
-        case MeansEntry::SampleSizeAndT:
-            return {false, false, false, "Sample size and independent t-value"};
-        case MeansEntry::MeansAndP:
-            return {true, false, true, "Independent means, sample size, and p-value"};
-        case MeansEntry::DifferenceAndP:
-            return {false, true, true, "Independent difference in means, sample size, and p-value"};
-        default:
-            return {false, false, true, "Sample size and p-value"};
-    }
+    const auto at =
+        static_cast<std::size_t>(entry) - static_cast<std::size_t>(MeansEntry::MeansAndT);
+    return {sheet::TestKindOf(entry), at < std::size(kOpenings) ? kOpenings[at] : ""};
 }
 
 void Validate(const Kind& kind, const FormatRoles& roles, WorkingSet& ws) {

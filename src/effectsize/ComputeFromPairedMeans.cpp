@@ -113,18 +113,13 @@ void ComputeFromPairedMeans(const sheet::FormatDef& format, WorkingSet& ws,
     std::string& paired = ws.EsFormula[Ix::StdPairedDifference];
     paired = raw;
     AddFormula(paired, "Paired standardized mean difference", "T");
-    kStdPairedDiff.AddSymbols(paired);
-    kStdPairedDiffSE.AddSymbols(paired);
-    kStdPairedDiff.AddNumbers(paired, values, pairedText);
-    kStdPairedDiffSE.AddNumbers(paired, values, G3(stdPairedSE));
+    AddFormulaLines(paired, {{kStdPairedDiff, pairedText}, {kStdPairedDiffSE, G3(stdPairedSE)}},
+                    values);
 
     std::string& d = ws.EsFormula[Ix::StdDiffInMeans];
     d = raw;
     AddFormula(d, "Independent standardized mean difference", "T");
-    kStdDiff.AddSymbols(d);
-    kStdDiffSE.AddSymbols(d);
-    kStdDiff.AddNumbers(d, values, dText);
-    kStdDiffSE.AddNumbers(d, values, G3(stdDiffSE));
+    AddFormulaLines(d, {{kStdDiff, dText}, {kStdDiffSE, G3(stdDiffSE)}}, values);
 }
 
 }  // namespace synthara::effectsize

@@ -2,6 +2,8 @@
 // p-value with the number of pairs, and the means or their difference where
 // they were given.
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <variant>
 
@@ -32,26 +34,21 @@ constexpr Formula kStdDiff{"StdDiff = {StdPairedDiff} * Sqr(2 * (1 - {ImputedR})
 constexpr Formula kStdDiffSE{
     "StdDiffSE = Sqr(1 / {n} + {StdPairedDiff} ^ 2 / (2 * {n})) * Sqr(2 * (1 - {ImputedR}))"};
 
-struct Kind {
-    bool means = false, difference = false, pValue = false;
+// The words that open the trails, in the order of the t and p entries.
+constexpr std::string_view kOpenings[] = {
+    "Means, Sample size, Paired t-value",           "Paired mean difference, Sample size, t-value",
+    "Sample size and t-value from paired t-test",   "Means, Sample size, Paired p-value",
+    "Mean difference, Sample size, Paired p-value", "Sample size and p-value from paired t-test",
+};
+
+struct Kind : sheet::MeansTestKind {
     std::string_view opening;
 };
 
 Kind KindOf(MeansEntry entry) {
-    switch (entry) {
-        case MeansEntry::MeansAndT:
-            return {true, false, false, "Means, Sample size, Paired t-value"};
-        case MeansEntry::DifferenceAndT:
-            return {false, true, false, "Paired mean difference, Sample size, t-value"};
-        case MeansEntry::MeansAndP:
-            return {true, false, true, "Means, Sample size, Paired p-value"};
-        case MeansEntry::DifferenceAndP:
-            return {false, true, true, "Mean difference, Sample size, Paired p-value"};
-        case MeansEntry::SampleSizeAndT:
-            return {false, false, false, "Sample size and t-value from paired t-test"};
-        default:
-            return {false, false, true, "Sample size and p-value from paired t-test"};
-    }
+    const auto at =
+        static_cast<std::size_t>(entry) - static_cast<std::size_t>(MeansEntry::MeansAndT);
+    return {sheet::TestKindOf(entry), at < std::size(kOpenings) ? kOpenings[at] : ""};
 }
 
 void Validate(const Kind& kind, const FormatRoles& roles, WorkingSet& ws) {
@@ -170,18 +167,13 @@ void ComputeFromPairedMeansTest(const sheet::FormatDef& format, WorkingSet& ws,
                                                       : "Paired standardized mean difference",
                "T");
     const Formula& pairedLine = kind.pValue ? kStdPairedDiffT : kStdPairedDiff;
-    pairedLine.AddSymbols(paired);
-    kStdPairedDiffSE.AddSymbols(paired);
-    pairedLine.AddNumbers(paired, values, pairedText);
-    kStdPairedDiffSE.AddNumbers(paired, values, G3(stdPairedSE));
+    AddFormulaLines(paired, {{pairedLine, pairedText}, {kStdPairedDiffSE, G3(stdPairedSE)}},
+                    values);
 
     std::string& d = ws.EsFormula[Ix::StdDiffInMeans];
     d = head;
     AddFormula(d, "Independent standardized mean difference", "T");
-    kStdDiff.AddSymbols(d);
-    kStdDiffSE.AddSymbols(d);
-    kStdDiff.AddNumbers(d, values, G3(stdDiff));
-    kStdDiffSE.AddNumbers(d, values, G3(stdDiffSE));
+    AddFormulaLines(d, {{kStdDiff, G3(stdDiff)}, {kStdDiffSE, G3(stdDiffSE)}}, values);
 }
 
 }  // namespace synthara::effectsize

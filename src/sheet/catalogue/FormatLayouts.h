@@ -188,6 +188,29 @@ struct PairedMeansLayout {
     MeansEntry entry = MeansEntry::DifferenceAndSD;
 };
 
+// What a format of a t- or p-value gives besides the sample sizes.
+struct MeansTestKind {
+    bool means = false;       // both means
+    bool difference = false;  // their difference
+    bool pValue = false;      // a p-value rather than a t-value
+};
+constexpr MeansTestKind TestKindOf(MeansEntry entry) {
+    switch (entry) {
+        case MeansEntry::MeansAndT:
+            return {true, false, false};
+        case MeansEntry::DifferenceAndT:
+            return {false, true, false};
+        case MeansEntry::MeansAndP:
+            return {true, false, true};
+        case MeansEntry::DifferenceAndP:
+            return {false, true, true};
+        case MeansEntry::SampleSizeAndP:
+            return {false, false, true};
+        default:
+            return {};
+    }
+}
+
 // Two groups measured before and after: how each group's change is given.
 enum class PrePostEntry : std::uint8_t {
     ChangeSDDifference,  // mean change, SD of the change
