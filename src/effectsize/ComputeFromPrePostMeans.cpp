@@ -147,6 +147,9 @@ struct PrePostRow {
     double stdPostDiff = 0, stdPostDiffSE = 0, stdChangeDiff = 0, stdChangeDiffSE = 0;
     double meanChangeDiffSE = 0;
     int poolMethod = 1;
+    // False where the SDs of the changes are not known: from the SDs pre and
+    // post without the correlation.
+    bool changeKnown = true;
     bool hasRaw() const { return entry != PrePostEntry::FOnly; }
 };
 
@@ -310,7 +313,7 @@ void Trails(const PrePostRow& row, std::string_view opening, WorkingSet& ws) {
 
     std::string head;
     AddFormula(head, opening, "A");
-    if (row.hasRaw()) {
+    if (row.hasRaw() && row.changeKnown) {
         std::string& t = ws.EsFormula[Ix::DifferenceInMeans];
         t = head;
         AddFormula(t, "Raw difference in means", "T");
@@ -434,6 +437,8 @@ void ComputeFromPrePostMeans(const sheet::FormatDef& format, WorkingSet& ws,
     row.f = roles.Value(RoleKind::FValue);
     row.stdType = static_cast<int>(roles.Value(RoleKind::StandardizeBy));
     row.poolMethod = context.options.PoolVarianceMethod;
+    row.changeKnown = row.kind.spread != Spread::SDPrePost ||
+                      CheckCorrValid(roles.Role(RoleKind::PrePostCorrelation), ws);
     if (!ReadGroups(row, roles, ws) || !Arithmetic(row)) return;
     if (ws.BuildTrails) Trails(row, format.longName, ws);
 
@@ -456,23 +461,16 @@ void ComputeFromPrePostMeans(const sheet::FormatDef& format, WorkingSet& ws,
                                      "d (change) is standardized by the SD of the differences in "
                                      "the change scores."},
                 ws, context.options);
-    if (row.hasRaw()) {
-        // Without the pre-post correlation the SD of the changes is not known.
-        if (row.kind.spread == Spread::SDPrePost &&
-            !CheckCorrValid(roles.Role(RoleKind::PrePostCorrelation), ws)) {
-            if (ws.BuildTrails) {
-                std::string& t = ws.EsFormula[Ix::DifferenceInMeans];
-                t.clear();
-                AddFormula(t, "Raw difference in means", "T");
-                AddFormula(t,
-                           "To calculate the effect size and standard error using this format, "
-                           "the pre-post correlation is required",
-                           "S");
-            }
-        } else {
-            const double se = row.meanChangeDiffSE;
-            ws.SetResult(Ix::DifferenceInMeans, row.rawDiff, se, se * se);
-        }
+    if (row.hasRaw() && row.changeKnown) {
+        const double se = row.meanChangeDiffSE;
+        ws.SetResult(Ix::DifferenceInMeans, row.rawDiff, se, se * se);
+    } else if (row.hasRaw() && ws.BuildTrails) {
+        std::string& t = ws.EsFormula[Ix::DifferenceInMeans];
+        AddFormula(t, "Raw difference in means", "T");
+        AddFormula(t,
+                   "To calculate the effect size and standard error using this format, the "
+                   "pre-post correlation is required",
+                   "S");
     }
     ws.SetResult(Ix::StdDiffInMeans, d, dSE, dSE * dSE);
     const double n1 = row.g[0].n, n2 = row.g[1].n;
