@@ -2,7 +2,6 @@
 // and the means or their difference where they were given.
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 #include <string>
 #include <variant>
 
@@ -35,7 +34,7 @@ constexpr Formula kStdDiffSE{
     "StdDiffSE = Sqr(1 / {N1} + 1 / {N2} + {StdDiff} ^ 2 / (2 * ({N1} + {N2})))"};
 
 // The words that open the trails, in the order of the t and p entries.
-constexpr std::string_view kOpenings[] = {
+constexpr std::array<std::string_view, 6> kOpenings{
     "Independent means, N, and t-value",
     "Independent difference in means, sample size, and t-value",
     "Sample size and independent t-value",
@@ -44,15 +43,7 @@ constexpr std::string_view kOpenings[] = {
     "Sample size and p-value",
 };
 
-struct Kind : sheet::MeansTestKind {
-    std::string_view opening;
-};
-
-Kind KindOf(MeansEntry entry) {
-    const auto at =
-        static_cast<std::size_t>(entry) - static_cast<std::size_t>(MeansEntry::MeansAndT);
-    return {sheet::TestKindOf(entry), at < std::size(kOpenings) ? kOpenings[at] : ""};
-}
+using Kind = MeansTestRow;
 
 void Validate(const Kind& kind, const FormatRoles& roles, WorkingSet& ws) {
     const int mean1 = roles.Role(RoleKind::MeanA), mean2 = roles.Role(RoleKind::MeanB),
@@ -86,10 +77,16 @@ void Validate(const Kind& kind, const FormatRoles& roles, WorkingSet& ws) {
 
 }  // namespace
 
+MeansTestRow TestRowOf(MeansEntry entry, const std::array<std::string_view, 6>& openings) {
+    const auto at =
+        static_cast<std::size_t>(entry) - static_cast<std::size_t>(MeansEntry::MeansAndT);
+    return {sheet::TestKindOf(entry), at < openings.size() ? openings[at] : ""};
+}
+
 void ComputeFromMeansTest(const sheet::FormatDef& format, WorkingSet& ws, ComputeContext& context) {
     const auto* layout = std::get_if<sheet::MeansLayout>(&format.layout);
     if (layout == nullptr) return;
-    const Kind kind = KindOf(layout->entry);
+    const Kind kind = TestRowOf(layout->entry, kOpenings);
     const FormatRoles roles(format, ws);
     Validate(kind, roles, ws);
     if (!ws.RowErrors.empty()) return;

@@ -2,8 +2,6 @@
 // p-value with the number of pairs, and the means or their difference where
 // they were given.
 #include <cmath>
-#include <cstddef>
-#include <iterator>
 #include <string>
 #include <variant>
 
@@ -35,21 +33,13 @@ constexpr Formula kStdDiffSE{
     "StdDiffSE = Sqr(1 / {n} + {StdPairedDiff} ^ 2 / (2 * {n})) * Sqr(2 * (1 - {ImputedR}))"};
 
 // The words that open the trails, in the order of the t and p entries.
-constexpr std::string_view kOpenings[] = {
+constexpr std::array<std::string_view, 6> kOpenings{
     "Means, Sample size, Paired t-value",           "Paired mean difference, Sample size, t-value",
     "Sample size and t-value from paired t-test",   "Means, Sample size, Paired p-value",
     "Mean difference, Sample size, Paired p-value", "Sample size and p-value from paired t-test",
 };
 
-struct Kind : sheet::MeansTestKind {
-    std::string_view opening;
-};
-
-Kind KindOf(MeansEntry entry) {
-    const auto at =
-        static_cast<std::size_t>(entry) - static_cast<std::size_t>(MeansEntry::MeansAndT);
-    return {sheet::TestKindOf(entry), at < std::size(kOpenings) ? kOpenings[at] : ""};
-}
+using Kind = MeansTestRow;
 
 void Validate(const Kind& kind, const FormatRoles& roles, WorkingSet& ws) {
     const int mean1 = roles.Role(RoleKind::PreMean), mean2 = roles.Role(RoleKind::PostMean),
@@ -93,7 +83,7 @@ void ComputeFromPairedMeansTest(const sheet::FormatDef& format, WorkingSet& ws,
                                 ComputeContext& context) {
     const auto* layout = std::get_if<sheet::PairedMeansLayout>(&format.layout);
     if (layout == nullptr) return;
-    const Kind kind = KindOf(layout->entry);
+    const Kind kind = TestRowOf(layout->entry, kOpenings);
     const FormatRoles roles(format, ws);
     Validate(kind, roles, ws);
     if (!ws.RowErrors.empty()) return;
