@@ -46,6 +46,11 @@ void BM_ComputeOneGroupEvents(benchmark::State& state) {
 }
 BENCHMARK(BM_ComputeOneGroupEvents)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+void BM_ComputeMeans(benchmark::State& state) {
+    ComputeSheet(state, synthara::bench::FillMeansSheet);
+}
+BENCHMARK(BM_ComputeMeans)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 // Reading rows' results again, numbers only or with every trail: what a
 // screen, a file or "compute --trails" pays for text the sheet never keeps.
 void BM_EvaluateRows(benchmark::State& state) {

@@ -1,7 +1,7 @@
 #pragma once
 // The sheets the benchmarks share: one block of data, a study-name column and
 // `rows` rows of plausible studies: two-group trials (a few with an empty
-// cell, as real sheets have), events over person-time, one proportion.
+// cell, as real sheets have), events over person-time, one proportion, two groups' means.
 #include <array>
 #include <random>
 #include <string>
@@ -68,6 +68,24 @@ inline void FillOneGroupSheet(sheet::Sheet& sheet, int rows) {
         const int n = size(random);
         std::uniform_int_distribution<int> events(0, n / 2);
         return std::array<std::string, 2>{std::to_string(events(random)), std::to_string(n)};
+    });
+}
+
+// Two independent groups' means: a mean, SD and size of 10 to 500 in each,
+// the effect direction taken from the means.
+inline void FillMeansSheet(sheet::Sheet& sheet, int rows) {
+    FillSheetOf(sheet, "Mean, SD and sample size in each group", rows, [](std::mt19937& random) {
+        std::uniform_int_distribution<int> mean(200, 800), sd(20, 150), size(10, 500);
+        const auto tenths = [](int value) {
+            return std::to_string(value / 10) + "." + std::to_string(value % 10);
+        };
+        return std::array<std::string, 7>{tenths(mean(random)),
+                                          tenths(sd(random)),
+                                          std::to_string(size(random)),
+                                          tenths(mean(random)),
+                                          tenths(sd(random)),
+                                          std::to_string(size(random)),
+                                          "1"};
     });
 }
 

@@ -10,6 +10,7 @@
 #include "effectsize/ComputeFromCaseControl.h"
 #include "effectsize/ComputeFromChiSquare.h"
 #include "effectsize/ComputeFromEvents.h"
+#include "effectsize/ComputeFromMeans.h"
 #include "effectsize/ComputeFromOneGroup.h"
 #include "effectsize/ComputeFromPersonYears.h"
 #include "effectsize/ComputeFromPeto.h"
@@ -42,6 +43,11 @@ constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
     set(Procedure::ComputeFromEventsOneGroup, &ComputeFromEventsOneGroup);
     set(Procedure::ComputeFromEventsPYOneGroup, &ComputeFromEventsPYOneGroup);
     set(Procedure::ComputeFromMeansOneGroup, &ComputeFromMeansOneGroup);
+    set(Procedure::ComputeFromMeans, &ComputeFromMeans);
+    set(Procedure::ComputeFromMeansTest, &ComputeFromMeansTest);
+    set(Procedure::ComputeFromPairedMeans, &ComputeFromPairedMeans);
+    set(Procedure::ComputeFromPairedMeansTest, &ComputeFromPairedMeansTest);
+    set(Procedure::ComputeFromPrePostMeans, &ComputeFromPrePostMeans);
     return table;
 }
 constexpr std::array<ProcedureFn, kProcedureCount> kProcedures = MakeProcedureTable();

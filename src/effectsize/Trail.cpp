@@ -222,6 +222,14 @@ void Formula::AddNumbers(std::string& trail, const Slots& values, std::string_vi
     }
 }
 
+void AddFormulaLines(std::string& trail, std::initializer_list<FormulaLine> lines,
+                     const Slots& values) {
+    for (const FormulaLine& line : lines)
+        line.formula.AddSymbols(trail);
+    for (const FormulaLine& line : lines)
+        line.formula.AddNumbers(trail, values, line.result);
+}
+
 std::string G1(double value) {
     return FormatDecimals(value, value == std::floor(value) ? 0 : 1);
 }

@@ -68,6 +68,15 @@ class Formula {
     std::string_view numbersName_;
 };
 
+// A formula of a trail and the result its numeric line ends in.
+struct FormulaLine {
+    const Formula& formula;
+    std::string_view result;
+};
+// Each formula's symbolic line, then each one's numeric line.
+void AddFormulaLines(std::string& trail, std::initializer_list<FormulaLine> lines,
+                     const Slots& values);
+
 // Counts: a whole number as "0", otherwise with one decimal ("0.0").
 std::string G1(double value);
 // Statistics: always three decimals ("0.000").

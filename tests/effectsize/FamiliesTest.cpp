@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "OneRow.h"
+#include "RowCases.h"
 #include "support/Tolerance.h"
 
 namespace synthara::effectsize {
@@ -16,48 +16,6 @@ namespace {
 
 using synthara::testing::IsNear;
 constexpr auto none = std::nullopt;
-
-using Row = OneRow;
-
-// An index's expected numbers; a spread of nullopt is not checked.
-struct Expect {
-    int index;
-    double point;
-    std::optional<double> se = std::nullopt;
-};
-
-struct ValidCase {
-    const char* what;
-    const char* format;
-    std::vector<std::optional<double>> values;
-    std::vector<Expect> expect;
-};
-
-void CheckValid(const ValidCase& c) {
-    const Row row(c.format, c.values);
-    EXPECT_EQ(row.ws.RowErrors, "") << c.what;
-    for (const Expect& e : c.expect) {
-        EXPECT_TRUE(row.ws.IsValid(e.index)) << c.what << ", index " << e.index;
-        EXPECT_TRUE(IsNear(row.ws.Es(1, e.index), e.point)) << c.what << ", index " << e.index;
-        if (e.se) {
-            EXPECT_TRUE(IsNear(row.ws.Es(2, e.index), *e.se)) << c.what << ", index " << e.index;
-            EXPECT_TRUE(IsNear(row.ws.Es(3, e.index), *e.se * *e.se)) << c.what;
-        }
-    }
-}
-
-struct RefusedCase {
-    const char* what;
-    const char* format;
-    std::vector<std::optional<double>> values;
-    std::vector<std::string> errors;
-};
-
-void CheckRefused(const RefusedCase& c) {
-    const Row row(c.format, c.values);
-    EXPECT_EQ(row.Errors(), c.errors) << c.what;
-    EXPECT_TRUE(row.ValidIndices().empty()) << c.what;
-}
 
 constexpr const char* kPY = "Events and person years in each group";
 constexpr const char* kPYRates = "Event rate and person years in each group";

@@ -15,9 +15,10 @@ struct OneRow {
     using Procedure = void (*)(const sheet::FormatDef&, WorkingSet&, ComputeContext&);
 
     // Through the frame (which also refuses results that are not finite), or
-    // straight through `procedure` when one is given.
+    // straight through `procedure` when one is given; under `rowOptions`.
     OneRow(std::string_view format, const std::vector<std::optional<double>>& values,
-           Procedure procedure = nullptr) {
+           Procedure procedure = nullptr, const ComputeOptions& rowOptions = {}) {
+        options = rowOptions;
         ws.Reset();
         const sheet::FormatDef* def = sheet::FindComputedFormat(format);
         for (std::size_t role = 0; role < ws.EntryMissing.size(); ++role) {

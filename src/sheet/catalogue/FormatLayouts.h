@@ -64,6 +64,42 @@ enum class RoleKind : std::uint8_t {
     // A chi-squared test of a 2-by-2 table.
     ChiSquared,
     EffectDirection,
+    // Means of two groups, independent or paired (sample sizes as TotalNA
+    // and TotalNB, or SampleSize for pairs).
+    MeanA,
+    SDA,
+    MeanB,
+    SDB,
+    MeanDifference,
+    CommonSD,  // pooled within groups, or of the paired differences
+    CohensD,
+    TValue,
+    PValue,
+    Tails,
+    PreMean,
+    PreSD,
+    PostMean,
+    PostSD,
+    PrePostCorrelation,
+    // Two groups each measured before and after.
+    PreMeanA,
+    PreSDA,
+    PostMeanA,
+    PostSDA,
+    MeanChangeA,
+    ChangeSDA,
+    TChangeA,
+    PChangeA,
+    PreMeanB,
+    PreSDB,
+    PostMeanB,
+    PostSDB,
+    MeanChangeB,
+    ChangeSDB,
+    TChangeB,
+    PChangeB,
+    FValue,
+    StandardizeBy,
 };
 
 // Two-group event data: what the user typed for each group.
@@ -132,6 +168,67 @@ struct OneGroupMeansLayout {
     MeanEntry entry = MeanEntry::SDAndN;
 };
 
+// Means of two groups: what was entered besides the sample sizes. The
+// independent and the paired families share the words.
+enum class MeansEntry : std::uint8_t {
+    MeansAndSD,
+    DifferenceAndSD,
+    StdDiff,
+    MeansAndT,
+    DifferenceAndT,
+    SampleSizeAndT,
+    MeansAndP,
+    DifferenceAndP,
+    SampleSizeAndP,
+};
+struct MeansLayout {
+    MeansEntry entry = MeansEntry::MeansAndSD;
+};
+struct PairedMeansLayout {
+    MeansEntry entry = MeansEntry::DifferenceAndSD;
+};
+
+// What a format of a t- or p-value gives besides the sample sizes.
+struct MeansTestKind {
+    bool means = false;       // both means
+    bool difference = false;  // their difference
+    bool pValue = false;      // a p-value rather than a t-value
+};
+constexpr MeansTestKind TestKindOf(MeansEntry entry) {
+    switch (entry) {
+        case MeansEntry::MeansAndT:
+            return {true, false, false};
+        case MeansEntry::DifferenceAndT:
+            return {false, true, false};
+        case MeansEntry::MeansAndP:
+            return {true, false, true};
+        case MeansEntry::DifferenceAndP:
+            return {false, true, true};
+        case MeansEntry::SampleSizeAndP:
+            return {false, false, true};
+        default:
+            return {};
+    }
+}
+
+// Two groups measured before and after: how each group's change is given.
+enum class PrePostEntry : std::uint8_t {
+    ChangeSDDifference,  // mean change, SD of the change
+    MeansSDDifference,   // means pre and post, SD of the change
+    ChangeSDPrePost,     // mean change, SD pre and SD post
+    MeansSDPrePost,      // means pre and post, SD pre and SD post
+    ChangeT,
+    MeansT,
+    ChangeP,
+    MeansP,
+    ChangeF,
+    MeansF,
+    FOnly,
+};
+struct PrePostLayout {
+    PrePostEntry entry = PrePostEntry::MeansSDPrePost;
+};
+
 // Formats that are the only one of their procedure.
 struct PetoLayout {};
 struct ChiSquareLayout {};
@@ -139,8 +236,9 @@ struct ChiSquareLayout {};
 // A format's variant within its procedure's family: one type per family.
 // std::monostate where no procedure is built for the format yet, and for
 // names a procedure accepts without having a table for them.
-using FormatLayout = std::variant<std::monostate, EventsLayout, CaseControlLayout,
-                                  PersonYearsLayout, OneGroupPYLayout, OneGroupEventsLayout,
-                                  OneGroupMeansLayout, PetoLayout, ChiSquareLayout>;
+using FormatLayout =
+    std::variant<std::monostate, EventsLayout, CaseControlLayout, PersonYearsLayout,
+                 OneGroupPYLayout, OneGroupEventsLayout, OneGroupMeansLayout, PetoLayout,
+                 ChiSquareLayout, MeansLayout, PairedMeansLayout, PrePostLayout>;
 
 }  // namespace synthara::sheet
