@@ -10,12 +10,10 @@
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
 #include "cli/JsonWriter.h"
-#include "pubbias/Scale.h"
+#include "pubbias/Tables.h"
 
 namespace synthara::cli {
 namespace {
-
-using pubbias::Fixed;
 
 void WriteLimits(JsonWriter& json, const char* key, double point, double lower, double upper) {
     json.Key(key).BeginObject();
@@ -49,53 +47,34 @@ void WriteWhole(JsonWriter& json, double value) {
         json.Number(value);
 }
 
-// The four procedures' result tables in the program's labels and formats.
-void PrintTables(const pubbias::BiasResult& r, std::ostream& out) {
-    const pubbias::FailSafeResult& f = r.failSafe;
-    PrintColumns(
-        {{"Z-value for observed studies", Fixed(f.zc, 5)},
-         {"P-value for observed studies", Fixed(f.p, 5)},
-         {"Alpha", Fixed(f.alpha, 5)},
-         {"Tails", Fixed(f.tails, 5)},
-         {"Z for alpha", Fixed(f.zAlpha, 5)},
-         {"Number of observed studies", Fixed(f.n, 5)},
-         {"Number of missing studies that would bring p-value to > alpha", Fixed(f.failSafeN, 5)}},
-        out, {1});
+void PrintTable(const std::vector<pubbias::TableRow>& rows, std::ostream& out) {
+    std::vector<std::vector<std::string>> lines;
+    for (const pubbias::TableRow& row : rows)
+        lines.push_back({row.label, row.value});
+    PrintColumns(lines, out, {1});
     out << '\n';
-    const pubbias::TauResult& t = r.tau;
-    if (t.ok) {
-        PrintColumns({{"Kendall's S statistic (P-Q)", Fixed(t.s, 5)},
-                      {"Kendall's tau without continuity correction", ""},
-                      {"Tau", Fixed(t.tau, 5)},
-                      {"z-value for tau", Fixed(t.z, 5)},
-                      {"P-value (1-tailed)", Fixed(t.p1, 5)},
-                      {"P-value (2-tailed)", Fixed(t.p2, 5)},
-                      {"Kendall's tau with continuity correction", ""},
-                      {"Tau", Fixed(t.tauCorrected, 5)},
-                      {"z-value for tau", Fixed(t.zCorrected, 5)},
-                      {"P-value (1-tailed)", Fixed(t.p1Corrected, 5)},
-                      {"P-value (2-tailed)", Fixed(t.p2Corrected, 5)}},
-                     out, {1});
-    } else {
-        out << t.message << '\n';
+}
+
+// The procedures' result tables as their tabs show them.
+void PrintTables(const pubbias::BiasResult& r, std::string_view indexName,
+                 analysis::Transform transform, std::ostream& out) {
+    PrintTable(pubbias::FailSafeTable(r.failSafe, indexName, transform), out);
+    if (r.tau.ok)
+        PrintTable(pubbias::TauTable(r.tau), out);
+    else
+        out << r.tau.message << "\n\n";
+    if (r.intercept.valid) PrintTable(pubbias::InterceptTable(r.intercept), out);
+    std::vector<std::vector<std::string>> lines = {
+        {"", "Studies Trimmed", "Fixed Effects Point Estimate", "Lower Limit", "Upper Limit",
+         "Random Effects Point Estimate", "Lower Limit", "Upper Limit", "Q Value"}};
+    for (const pubbias::TrimTableRow& row : pubbias::TrimTable(r.trimFill, transform)) {
+        if (row.hidden) continue;
+        lines.push_back({row.label});
+        lines.back().insert(lines.back().end(), row.cells.begin(), row.cells.end());
     }
+    if (!r.trimFill.OptionsSet()) out << pubbias::kTrimOptionsNotSet << '\n';
+    PrintColumns(lines, out, {1, 2, 3, 4, 5, 6, 7, 8});
     out << '\n';
-    const pubbias::InterceptResult& e = r.intercept;
-    if (e.valid) {
-        const auto opt = [](const std::optional<double>& v) { return v ? Fixed(*v, 5) : ""; };
-        PrintColumns(
-            {{"Intercept", Fixed(e.intercept, 5)},
-             {"Standard error", Fixed(e.se, 5)},
-             {"95% lower limit (2-tailed)", Fixed(e.lower, 5)},
-             {"95% upper limit (2-tailed)", Fixed(e.upper, 5)},
-             {e.t ? "t-value" : "t-value cannot be computed because standard error is zero",
-              opt(e.t)},
-             {"df", Fixed(e.df, 0)},
-             {"P-value (1-tailed)", opt(e.p1)},
-             {"P-value (2-tailed)", opt(e.p2)}},
-            out, {1});
-        out << '\n';
-    }
 }
 
 }  // namespace
@@ -269,7 +248,7 @@ int RunBias(const BiasArgs& args, std::ostream& out, std::ostream& err) {
         return ExitDone;
     }
     out << analysis.IndexLabel << "  (" << result.data.N() << " studies)\n\n";
-    PrintTables(result, out);
+    PrintTables(result, analysis.DisplayIndex, transform, out);
     out << report;
     return ExitDone;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string>
+#include <utility>
 
 #include "pubbias/Scale.h"
 
@@ -18,6 +20,12 @@ constexpr double kPageHeight = 7500;
 constexpr double kLeft = 1500, kRight = 9500, kTop = 1000, kBottom = 6200;
 constexpr double kTickLength = 50;
 constexpr double kCurveStep = 0.002;  // half-width of a guide curve's segment, effect scale
+
+// A text of the plot: labels at 9 points, titles bold and larger.
+plot::Text Label(Point at, std::string text, plot::HAlign h, plot::VAlign v,
+                 Color color = plot::Black, double size = 9, bool bold = false) {
+    return plot::Text{at, std::move(text), size, bold, h, v, color};
+}
 
 struct Palette {
     Color observed, imputed, guide, frame;
@@ -65,24 +73,16 @@ void DrawScales(plot::DisplayList& list, const AxisScale& h, const AxisScale& v,
         const double value = -h.bound + i * h.tick;
         const double x = at.X(value);
         list.Add(plot::Line{{x, kBottom}, {x, kBottom + kTickLength}});
-        list.Add(plot::Text{{x, kBottom + 2 * kTickLength},
-                            Fixed(value, h.decimals),
-                            9,
-                            false,
-                            plot::HAlign::Centre,
-                            plot::VAlign::Top});
+        list.Add(Label(Point{x, kBottom + 2 * kTickLength}, Fixed(value, h.decimals),
+                       plot::HAlign::Centre, plot::VAlign::Top));
     }
     const int yTicks = static_cast<int>(std::lround(v.bound / v.tick));
     for (int i = 0; i <= yTicks; ++i) {
         const double value = i * v.tick;
         const double y = at.Height(value);
         list.Add(plot::Line{{kLeft - kTickLength, y}, {kLeft, y}});
-        list.Add(plot::Text{{kLeft - 2 * kTickLength, y},
-                            Fixed(value, v.decimals),
-                            9,
-                            false,
-                            plot::HAlign::Right,
-                            plot::VAlign::Middle});
+        list.Add(Label(Point{kLeft - 2 * kTickLength, y}, Fixed(value, v.decimals),
+                       plot::HAlign::Right, plot::VAlign::Middle));
     }
 }
 
@@ -251,47 +251,25 @@ FunnelPlot PlotFunnel(const BiasDataset& data, const TrimFillResult& trim,
             list.Add(plot::Circle{at.At(s.point, s.se), radius, palette.imputed, true});
         DrawDiamond(list, ma, sea, at, palette.imputed);
         if (trim.imputed.empty())
-            list.Add(plot::Text{{(kLeft + kRight) / 2, kPageHeight - 300},
-                                std::string(kImputeNote),
-                                9,
-                                false,
-                                plot::HAlign::Centre,
-                                plot::VAlign::Bottom});
-        list.Add(plot::Text{{kRight, kTop - 150},
-                            "Imputed",
-                            9,
-                            false,
-                            plot::HAlign::Right,
-                            plot::VAlign::Bottom,
-                            palette.imputed});
+            list.Add(Label(Point{(kLeft + kRight) / 2, kPageHeight - 300}, std::string(kImputeNote),
+                           plot::HAlign::Centre, plot::VAlign::Bottom));
+        list.Add(Label(Point{kRight, kTop - 150}, "Imputed", plot::HAlign::Right,
+                       plot::VAlign::Bottom, palette.imputed));
     }
-    list.Add(plot::Text{{kLeft, kTop - 150},
-                        "Observed",
-                        9,
-                        false,
-                        plot::HAlign::Left,
-                        plot::VAlign::Bottom,
-                        palette.observed});
+    list.Add(Label(Point{kLeft, kTop - 150}, "Observed", plot::HAlign::Left, plot::VAlign::Bottom,
+                   palette.observed));
     const char* axisTitle = precision ? "Precision (1/Std Err)" : "Standard Error";
-    list.Add(plot::Text{{kLeft - 700, (kTop + kBottom) / 2},
-                        axisTitle,
-                        10,
-                        true,
-                        plot::HAlign::Centre,
-                        plot::VAlign::Middle,
-                        plot::Black,
-                        90});
-    list.Add(plot::Text{{(kLeft + kRight) / 2, kBottom + 400},
-                        std::string(indexName),
-                        10,
-                        true,
-                        plot::HAlign::Centre,
-                        plot::VAlign::Top});
+    plot::Text vertical = Label(Point{kLeft - 700, (kTop + kBottom) / 2}, axisTitle,
+                                plot::HAlign::Centre, plot::VAlign::Middle, plot::Black, 10, true);
+    vertical.angle = 90;
+    list.Add(std::move(vertical));
+    list.Add(Label(Point{(kLeft + kRight) / 2, kBottom + 400}, std::string(indexName),
+                   plot::HAlign::Centre, plot::VAlign::Top, plot::Black, 10, true));
     const std::string title = std::string(precision ? "Funnel Plot of Precision by "
                                                     : "Funnel Plot of Standard Error by ") +
                               std::string(indexName);
-    list.Add(plot::Text{
-        {kPageWidth / 2, 300}, title, 12, true, plot::HAlign::Centre, plot::VAlign::Top});
+    list.Add(Label(Point{kPageWidth / 2, 300}, title, plot::HAlign::Centre, plot::VAlign::Top,
+                   plot::Black, 12, true));
     return plot;
 }
 

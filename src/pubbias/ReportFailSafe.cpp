@@ -1,17 +1,8 @@
-#include <cctype>
-
 #include "pubbias/Report.h"
 #include "pubbias/Scale.h"
 
 namespace synthara::pubbias {
 namespace {
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lower;
-}
 
 std::string Whole(double value) {
     return Fixed(value, 0);
@@ -73,13 +64,13 @@ ReportSection ClassicFailSafeReport(const FailSafeResult& r) {
 
 std::string OrwinRowLabel(const FailSafeResult& r, std::string_view indexName,
                           analysis::Transform transform) {
-    return "Number missing studies needed to bring " + Lower(indexName) +
+    return "Number missing studies needed to bring " + LowerCase(indexName) +
            (r.orwin == OrwinCase::Over ? " over " : " under ") + Shown(r.criterion, transform);
 }
 
 ReportSection OrwinReport(const FailSafeResult& r, std::string_view indexName,
                           analysis::Transform transform) {
-    const std::string index = Lower(indexName);
+    const std::string index = LowerCase(indexName);
     const std::string criterion = Shown(r.criterion, transform);
     const std::string meanNew = Shown(r.meanNew, transform);
     std::string t =

@@ -1,5 +1,6 @@
 #include "pubbias/Scale.h"
 
+#include <cctype>
 #include <cmath>
 
 #include "effectsize/Trail.h"
@@ -23,6 +24,13 @@ double BackTransform(double value, analysis::Transform transform) {
 
 std::string Shown(double value, analysis::Transform transform) {
     return Fixed(BackTransform(value, transform), 5);
+}
+
+std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return lower;
 }
 
 std::string Fixed(double value, int digits) {

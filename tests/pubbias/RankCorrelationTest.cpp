@@ -83,14 +83,14 @@ TEST(RankCorrelation, SmallDatasets) {
 }
 
 TEST(RankCorrelation, RunsThatCannotFinish) {
-    // One study alone at a variance no smaller than the mean's: V* of 0 is impossible
-    // with more studies, so the mean's variance is matched by a study whose weight
-    // is all there is; a V* below 0 cannot occur either. Equal T*: no pair counts.
+    // Equal T* (all effects equal): every pair is dropped and C + D is 0.
     const TauResult allTied = RunTau(testdata::Make({0, 0, 0}, {0.1, 0.2, 0.3}));
     EXPECT_FALSE(allTied.ok);
     EXPECT_EQ(allTied.message, kTauProblem);
+    // V* of 0: the variance of the mean equals a study's own only when that
+    // study is alone (with more, 1 / sum(1 / V) is below every V).
     const TauResult single = RunTau(testdata::Make({0.4}, {0.2}));
-    EXPECT_FALSE(single.ok);  // V* = V - 1/(1/V) = 0
+    EXPECT_FALSE(single.ok);
     EXPECT_EQ(single.message, kTauProblem);
 }
 
