@@ -4,8 +4,10 @@
 // the command line read the sheet through it and change it only through its
 // operations, each of which computes what the change calls for and tells the
 // listeners what it touched.
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,10 +17,16 @@
 #include "effectsize/Options.h"
 #include "effectsize/RowResult.h"
 #include "effectsize/WorkingSet.h"
+#include "ports/FileChooser.h"
 #include "ports/Prompter.h"
+#include "sheet/blocks/BlockWizard.h"
+#include "sheet/blocks/Populations.h"
 #include "sheet/files/Project.h"
+#include "sheet/files/ProjectFile.h"
+#include "sheet/files/RecentFiles.h"
 #include "sheet/grid/Sheet.h"
 #include "shell/CellEdits.h"
+#include "sheet/rows/StudyRows.h"
 #include "shell/SheetChange.h"
 
 namespace synthara::shell {
@@ -45,6 +53,14 @@ enum class OpenStatus {
     UnknownFormat,  // the default format names no format
     NoFormat,       // a text row has no format and no default was given
     Refused,        // the file can't be read; `message` says why
+};
+
+// What the file menu's commands need besides the project: the recent lists,
+// the file dialogs, and the folder of the bookmark and the undo copy.
+struct FileServices {
+    sheet::RecentFiles& recent;
+    ports::FileChooser& chooser;
+    std::filesystem::path tempFolder = ".";
 };
 
 struct OpenOutcome {
@@ -132,9 +148,6 @@ class Document {
     // The user picks the tab of a block: the current tab, and the columns
     // shown when only the current block is shown. True when it changed.
     bool SelectBlockTab(int tab);
-    // "Merge rows": the rows sorted by their identifying columns, whose equal
-    // neighbouring cells are then drawn as one; off draws every cell.
-    void SetMergeRows(bool on);
 
     // A data-entry block of the format (long or short name), with its display
     // columns, as the wizard makes it. False for an unknown name.
@@ -149,6 +162,67 @@ class Document {
     sheet::FileResult Save(const std::filesystem::path& path);
 
     bool Dirty() const { return project_.SheetDirty; }
+
+    // ---- The sheet's menu commands. Each asks what it must through the
+    // prompter, changes the project through the engine's operation of that
+    // name, and tells the listeners once at its end.
+
+    // Files. FileNew and FileOpen ask about unsaved changes first (FileOpen
+    // not when `ask` is false); FileOpen opens `path` or, when it is empty,
+    // the file the user chooses. FileSave: mode 0 saves, 1 saves as.
+    bool FileNew(FileServices& files);
+    bool FileOpen(FileServices& files, sheet::OpenKind kind, const std::string& path = {},
+                  bool ask = true);
+    bool FileSave(FileServices& files, int mode);
+    // Closing: the question about unsaved changes, then the bookmark and the
+    // undo copy go. False cancels the close.
+    bool Close(FileServices& files);
+    // "Bookmark" and "Restore" (which asks first).
+    bool Bookmark(const std::filesystem::path& folder);
+    bool RestoreBookmark(const std::filesystem::path& folder);
+    // The window's caption: "Data" or the file's title.
+    std::string Caption() const { return sheet::ShowCaption(project_); }
+
+    // Studies and rows.
+    sheet::AddStudyOutcome AddStudy(const std::string& name, bool rectangle);
+    std::string NewStudyName() const { return sheet::GetNewName(sheet_); }
+    bool DeleteStudy(int row, const std::filesystem::path& backupFolder);
+    void SortBy(int col, bool descending);
+    // "Merge rows": the rows sorted by their identifying columns, whose equal
+    // neighbouring cells are then drawn as one; off draws every cell.
+    void SetMergeRows(bool on);
+    bool CheckData();
+    void RemoveRedBackColor();
+    // "Compute effects": refused with a box when the sheet has no block.
+    bool ComputeEffects();
+    // "Edit group names": the words to offer (a box says so when none is
+    // used), and the dialog's Ok.
+    std::vector<sheet::GroupName> GroupNames();
+    void SetGroupNames(const std::vector<sheet::GroupName>& names);
+
+    // Columns and blocks. Populations count from 1 ("Study name") to 5.
+    bool InsertPopulation(int populationIndex);
+    bool IdentifyPopulation(int col, int populationIndex);
+    bool IdentifyModerator(int col);
+    bool InsertModerator(int col, const sheet::ColumnPropertiesDialog& properties);
+    // "Delete this data entry block": the block of column `col`, or of the
+    // current tab when `col` is in none.
+    bool DeleteBlockAt(int col);
+    void SetBlockDisplay(int mode);
+    void SetIndexDisplay(int mode);
+    bool SetPrimaryIndex(int col);
+    // Columns left of `col` stay in view while the sheet scrolls; Unfreeze
+    // puts the count back to what it was before the first freeze.
+    void FreezeColumns(int col);
+    void UnfreezeColumns();
+    bool Frozen() const { return unfrozenCols_ >= 0; }
+    // Whether the sheet has a column of that role.
+    bool HasDataEntryColumns() const;
+
+    // The block wizard works on the sheet while its window is open; EndWizard
+    // (with whether it finished) computes the rows and tells the listeners.
+    std::unique_ptr<sheet::BlockWizard> StartWizard();
+    void EndWizard(bool finished);
 
     void AddListener(DocumentListener& listener);
     void RemoveListener(DocumentListener& listener);
@@ -171,6 +245,15 @@ class Document {
     void RefreshValueList(int col, EditDelta& delta);
     std::vector<CellRange> RowRanges(int row, int col, bool computed) const;
     bool RowHasOtherEntries(int row, int col) const;
+    // After another sheet was loaded in place: the options it stores, its
+    // rows computed, and the listeners told of a reset.
+    void Reloaded();
+    // After a command changed the sheet: recounts the rows, marks the project
+    // dirty when the grid changed and tells the listeners. `revision` and
+    // `wasDirty` are the grid's revision and the dirty flag before it.
+    void Settle(std::uint64_t revision, bool wasDirty);
+    template <typename Op>
+    auto Settled(Op&& op);
 
     ports::Prompter& prompter_;
     sheet::Sheet sheet_;
@@ -178,6 +261,8 @@ class Document {
     effectsize::ComputeOptions options_;
     int dataRows_ = 0;
     std::vector<DocumentListener*> listeners_;
+    // The fixed-column count before the first freeze; -1 when not frozen.
+    int unfrozenCols_ = -1;
 };
 
 }  // namespace synthara::shell

@@ -252,13 +252,4 @@ bool Document::SelectBlockTab(int tab) {
     return true;
 }
 
-void Document::SetMergeRows(bool on) {
-    const std::uint64_t before = sheet_.Flex().Revision();
-    project_.MergeRowsOn = on;
-    sheet::MergeRows(sheet_, on);
-    if (sheet_.Flex().Revision() == before) return;
-    SetDirty(true);
-    Notify({ChangeKind::Structure, {}});
-}
-
 }  // namespace synthara::shell

@@ -111,4 +111,23 @@ OpenOutcome Document::Open(const std::filesystem::path& path, const OpenSettings
     return {OpenStatus::Opened, {}};
 }
 
+void Document::Reloaded() {
+    options_ = StoredOptions(sheet_);
+    dataRows_ = DataRowsOf(sheet_);
+    unfrozenCols_ = -1;
+    ComputeRows();
+    Notify({ChangeKind::Reset, {}});
+    NotifyDirty();
+}
+
+void Document::Settle(std::uint64_t revision, bool wasDirty) {
+    const bool changed = sheet_.Flex().Revision() != revision;
+    if (changed) {
+        dataRows_ = DataRowsOf(sheet_);
+        project_.SheetDirty = true;
+    }
+    if (project_.SheetDirty != wasDirty) NotifyDirty();
+    if (changed) Notify({ChangeKind::Structure, {}});
+}
+
 }  // namespace synthara::shell

@@ -1,26 +1,85 @@
 #pragma once
-// The main window: the sheet of the open project with the program's menus.
+// The main window: the sheet of the open project with the program's menus,
+// toolbar and context menu. Every menu entry sends a command key; Run
+// carries it out through the open project's operations, and the window only
+// asks the user and shows the outcome.
 #include <QMainWindow>
+#include <QStringList>
 #include <QUndoStack>
+#include <functional>
+#include <map>
 
 #include "shell/Document.h"
+#include "shell/Settings.h"
+
+class QAction;
+class QDialog;
+class QMenu;
 
 namespace synthara::ui {
 
 class SheetWidget;
 
-class MainWindow final : public QMainWindow {
+class MainWindow final : public QMainWindow, private shell::DocumentListener {
     Q_OBJECT
   public:
-    explicit MainWindow(shell::Document& document, QWidget* parent = nullptr);
+    // `settings` keeps "Opening wizard" (ShowWizard01); `files` serves the
+    // file menu and the recent lists.
+    MainWindow(shell::Document& document, shell::FileServices& files,
+               shell::StoredSettings& settings, QWidget* parent = nullptr);
+    ~MainWindow() override;
 
     SheetWidget& Sheet() { return *sheet_; }
     QUndoStack& Undo() { return undo_; }
+    shell::FileServices& Files() { return files_; }
+
+    // Carries out a command key; false for a key the window does not know.
+    bool Run(const QString& key);
+    // The menu entry of a command key; nullptr when it is not shown.
+    QAction* Command(const QString& key) const;
+    // The command keys the context menu offers for a sheet cell.
+    QStringList ContextCommands(int row, int col) const;
+    // Brings the recent-file entries of the File menu up to date.
+    void RefreshRecentFiles();
+
+    // Shows a modal dialog; tests answer it without showing it.
+    std::function<int(QDialog&)> execDialog;
+
+  signals:
+    // The window was closed and the program may end: the project was saved or
+    // abandoned and the temporary files are gone.
+    void Closed();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
 
   private:
+    void SheetChanged(const shell::SheetChange& change) override;
+    void DirtyChanged(bool dirty) override;
+
+    void RegisterCommands();
+    void BuildMenus();
+    QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
+                        const QKeySequence& shortcut = {});
+    void ShowContextMenu(int row, int col, const QPoint& globalPos);
+    void UpdateCaption();
+    void SyncChecks();
+
+    // The handlers of the commands that need more than one call.
+    void OpenWizard(bool identify);
+    void InsertStudy();
+    void EditGroupNames();
+    void InsertModerator();
+    void About();
+
     shell::Document& document_;
+    shell::FileServices& files_;
+    shell::StoredSettings& settings_;
     QUndoStack undo_;
     SheetWidget* sheet_;
+    std::map<QString, QAction*> commands_;
+    std::map<QString, std::function<void()>> handlers_;
+    QMenu* recentMenu_ = nullptr;
 };
 
 }  // namespace synthara::ui

@@ -1,0 +1,129 @@
+// The command keys of the sheet's menus and what each one does.
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "app/AddStudyDialog.h"
+#include "app/GroupNamesDialog.h"
+#include "app/MainWindow.h"
+#include "app/WizardWindow.h"
+#include "sheet/SheetWidget.h"
+#include "sheet/grid/Sheet.h"
+#include "sheet/rows/SheetCheck.h"
+
+namespace synthara::ui {
+
+namespace {
+
+// The identifying columns' commands, in the order of their populations.
+constexpr std::array<const char*, 5> kPopulationWords = {"study names", "subgroup within study",
+                                                         "the comparison name", "the outcome name",
+                                                         "the timepoint name"};
+
+}  // namespace
+
+void MainWindow::RegisterCommands() {
+    auto& h = handlers_;
+    const auto current = [this] { return sheet_->CurrentColumn(); };
+    h["New"] = [this] { document_.FileNew(files_); };
+    h["Close"] = h["New"];
+    h["Open"] = [this] { document_.FileOpen(files_, sheet::OpenKind::File); };
+    h["File"] = h["Open"];
+    h["From template"] = [this] { document_.FileOpen(files_, sheet::OpenKind::Template); };
+    h["Template"] = h["From template"];
+    h["Save"] = [this] { document_.FileSave(files_, 0); };
+    h["SaveAs"] = [this] { document_.FileSave(files_, 1); };
+    h["Exit"] = [this] { close(); };
+    h["Bookmark"] = [this] {
+        document_.Bookmark(files_.tempFolder);
+        SyncChecks();
+    };
+    h["Restore"] = [this] { document_.RestoreBookmark(files_.tempFolder); };
+
+    for (int p = 1; p <= 5; ++p) {
+        const QString words = kPopulationWords[static_cast<std::size_t>(p - 1)];
+        h["Insert column for " + words] = [this, p] { document_.InsertPopulation(p); };
+        h["Identify column for " + words] = [this, p, current] {
+            document_.IdentifyPopulation(current(), p);
+        };
+    }
+    h["Insert columns for effect size data"] = [this] { OpenWizard(false); };
+    h["Create new block"] = h["Wiz"] = h["Insert columns for effect size data"];
+    h["Identify columns with effect size data"] = [this] { OpenWizard(true); };
+    h["Identify columns for effect size data"] = h["Wiz2"] =
+        h["Identify columns with effect size data"];
+    h["Insert column for moderator variable"] = [this] { InsertModerator(); };
+    h["Identify column for moderator variable"] = [this, current] {
+        document_.IdentifyModerator(current());
+    };
+
+    h["Insert study"] = [this] { InsertStudy(); };
+    h["Delete study"] = [this] { document_.DeleteStudy(sheet_->CurrentRow(), files_.tempFolder); };
+    h["Delete this data entry block"] = [this, current] { document_.DeleteBlockAt(current()); };
+    h["Edit group names"] = [this] { EditGroupNames(); };
+    h["Sort AZ"] = [this, current] { document_.SortBy(current(), false); };
+    h["Sort ZA"] = [this, current] { document_.SortBy(current(), true); };
+    h["Merge rows"] = [this] { document_.SetMergeRows(true); };
+    h["Show each row"] = [this] { document_.SetMergeRows(false); };
+    h["Compute effects"] = [this] { document_.ComputeEffects(); };
+    h["Check data"] = [this] { document_.CheckData(); };
+    h["Remove red backcolor"] = [this] { document_.RemoveRedBackColor(); };
+
+    h["Show all blocks"] = [this] { document_.SetBlockDisplay(sheet::ShowAllBlocks); };
+    h["Show only current block"] = [this] { document_.SetBlockDisplay(sheet::ShowCurrentBlock); };
+    h["Hide all blocks"] = [this] { document_.SetBlockDisplay(sheet::HideAllBlocks); };
+    h["Show selected indices"] = [this] { document_.SetIndexDisplay(sheet::ShowSelectedIndices); };
+    h["Show only primary index"] = [this] { document_.SetIndexDisplay(sheet::ShowPrimaryIndex); };
+    h["Set primary index"] = [this, current] { document_.SetPrimaryIndex(current()); };
+    h["Effect size index"] = h["Set primary index"];
+    h["Freeze columns"] = [this, current] { document_.FreezeColumns(current()); };
+    h["Unfreeze columns"] = [this] { document_.UnfreezeColumns(); };
+
+    h["Opening wizard"] = [this] {
+        settings_.SetInteger("ShowWizard01", Command("Opening wizard")->isChecked() ? 1 : 0);
+    };
+    h["About"] = [this] { About(); };
+    h["Technical support"] = h["About"];
+}
+
+void MainWindow::OpenWizard(bool identify) {
+    WizardWindow wizard(document_, identify, this);
+    execDialog(wizard);
+}
+
+void MainWindow::InsertStudy() {
+    if (document_.Sheet().GetCol(0, 1) < 0) {
+        document_.Prompts().Message(sheet::StudyColumnMissing());
+        return;
+    }
+    AddStudyDialog dialog(document_, this);
+    execDialog(dialog);
+}
+
+void MainWindow::EditGroupNames() {
+    std::vector<sheet::GroupName> names = document_.GroupNames();
+    if (names.empty()) return;
+    GroupNamesDialog dialog(std::move(names), this);
+    if (execDialog(dialog) == QDialog::Accepted) document_.SetGroupNames(dialog.Names());
+}
+
+void MainWindow::InsertModerator() {
+    document_.InsertModerator(sheet_->CurrentColumn(), [this](sheet::Sheet&, int) {
+        QInputDialog dialog(this);
+        dialog.setWindowTitle("Column properties");
+        dialog.setLabelText("Name of the new column:");
+        return execDialog(dialog) == QDialog::Accepted ? dialog.textValue().trimmed().toStdString()
+                                                       : std::string();
+    });
+}
+
+void MainWindow::About() {
+    QMessageBox::about(this, "About Synthara",
+                       "<h3>Synthara " SYNTHARA_VERSION
+                       "</h3>"
+                       "<p>Meta-analysis on the desktop: a sheet of studies, the effect size of "
+                       "every row in any of its data-entry formats, and the analyses that "
+                       "combine them.</p>");
+}
+
+}  // namespace synthara::ui
