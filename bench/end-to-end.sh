@@ -92,11 +92,12 @@ EOF
 with_r=false
 if r_baseline_ready; then with_r=true; fi
 
-# All five commands on one file.
+# All six commands on one file.
 time_file() {
     local file=$1 k=$2
     rm -f "$work/out.syn"
     timed "analyze --json" "$k" "$cli" analyze "$file" --format "$format" --json
+    timed "bias --json" "$k" "$cli" bias "$file" --format "$format" --json
     timed "compute --json" "$k" "$cli" compute "$file" --format "$format" --json
     timed "compute" "$k" "$cli" compute "$file" --format "$format"
     timed "convert to .syn" "$k" "$cli" convert "$file" "$work/out.syn" --format "$format"

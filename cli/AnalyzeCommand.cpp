@@ -11,6 +11,7 @@
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
 #include "analysis/IndexChoice.h"
+#include "cli/AnalysisRun.h"
 #include "cli/App.h"
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
@@ -326,19 +327,6 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
 
     CliPrompter prompter(err);
     const CommandObject<shell::Document> held(prompter);
-    shell::Document& document = *held;
-    if (const int status =
-            OpenInput(args.input, args.format, args.separators, document, err, args.options);
-        status != ExitDone)
-        return status;
-
-    // A file of titles alone has no blocks either; the sheet check would ask
-    // for columns, when what is missing is the studies.
-    if (document.Sheet().isRowEmpty(document.Sheet().GetLastRow())) {
-        err << args.input << ": the file has no study rows to analyse\n";
-        return ExitRefused;
-    }
-
     const CommandObject<analysis::Analysis> heldAnalysis(prompter);
     analysis::Analysis& analysis = *heldAnalysis;
     analysis.DisplayIndex = args.index;
@@ -346,32 +334,11 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     analysis.GroupBy = args.groupBy;
     analysis.RunOptions[1] = run == 2;
     analysis.RunOptions[2] = run == 3;
-    switch (document.RunAnalyses(analysis)) {
-        case analysis::ComputeStatus::Done:
-            break;
-        case analysis::ComputeStatus::SheetRefused:
-        case analysis::ComputeStatus::UnknownIndex:
-            return ExitRefused;  // the engine's box has said why
-        case analysis::ComputeStatus::NoIndexColumns:
-            err << "The sheet has no \"" << analysis.ComputationIndex
-                << "\" columns: its data formats do not yield the index \"" << analysis.DisplayIndex
-                << "\"\n";
-            return ExitRefused;
-        case analysis::ComputeStatus::NoGroupColumn:
-            err << "--group-by: the sheet has no moderator or identifying column \""
-                << analysis.GroupBy << "\"\n";
-            return ExitRefused;
-        case analysis::ComputeStatus::Busy:
-            return ExitRefused;
-    }
-
+    if (const int status = OpenAndAnalyze({args.input, args.format, args.separators, args.options},
+                                          *held, analysis, err);
+        status != ExitDone)
+        return status;
     const AnalysisResult result = analysis::CollectSummaries(analysis);
-    if (!analysis::AnyValidStudy(analysis)) {
-        err << "No study has a valid \"" << analysis.DisplayIndex
-            << "\": every row lacks the data it needs or was refused (\"compute\" shows each "
-               "row's errors)\n";
-        return ExitRefused;
-    }
     if (args.json) {
         WriteAnalyzeJson(analysis, result, out);
         return ExitDone;

@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/AnalyzeCommand.h"
+#include "cli/BiasCommand.h"
 #include "cli/ComputeCommand.h"
 #include "cli/ConvertCommand.h"
 #include "sheet/files/Project.h"
@@ -20,7 +21,7 @@ namespace {
 // The commands and options of the command line that this version does not
 // have yet. An option is named with its command, or with "" for every
 // command that reads INPUT.
-constexpr std::string_view kPlannedCommands[] = {"bias", "regress"};
+constexpr std::string_view kPlannedCommands[] = {"regress"};
 constexpr std::pair<std::string_view, std::string_view> kPlannedOptions[] = {
     {"", "--option"},          {"analyze", "--tau2"},        {"analyze", "--hksj"},
     {"analyze", "--exclude"},  {"analyze", "--unit"},        {"analyze", "--comparisons"},
@@ -76,6 +77,8 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     auto* computeCmd = AddComputeCommand(app, compute);
     AnalyzeArgs analyze;
     auto* analyzeCmd = AddAnalyzeCommand(app, analyze);
+    BiasArgs bias;
+    auto* biasCmd = AddBiasCommand(app, bias);
     ConvertArgs convert;
     auto* convertCmd = AddConvertCommand(app, convert);
 
@@ -94,6 +97,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     try {
         if (computeCmd->parsed()) return RunCompute(compute, out, err);
         if (analyzeCmd->parsed()) return RunAnalyze(analyze, out, err);
+        if (biasCmd->parsed()) return RunBias(bias, out, err);
         if (convertCmd->parsed()) return RunConvert(convert, out, err);
     } catch (const std::bad_alloc&) {
         err << sheet::NotEnoughMemoryToRead << '\n';

@@ -16,7 +16,6 @@ TEST(App, SaysWhatIsNotBuiltYet) {
         std::vector<std::string> args;
         const char* err;  // "" for a plain usage error
     } cases[] = {
-        {{"bias", path, "--json"}, "The command \"bias\" is not built in this version\n"},
         {{"regress", path, "--predictor", "x"},
          "The command \"regress\" is not built in this version\n"},
         {{"analyze", path, "--tau2=REML"},

@@ -1,0 +1,25 @@
+#pragma once
+// What the commands that analyse share: the input opened and computed, the
+// analysis run on it, and each refusal said in words.
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "analysis/Analysis.h"
+#include "shell/Document.h"
+
+namespace synthara::cli {
+
+struct InputArgs {
+    std::string input;
+    std::string format;
+    sheet::NumberSeparators separators;  // --locale
+    std::vector<std::string> options;    // --option NAME=VALUE
+};
+
+// Opens the input into `document` and runs `analysis`, set up by the caller,
+// on it. Returns the exit status; on a refusal the reason is on `err`.
+int OpenAndAnalyze(const InputArgs& args, shell::Document& document, analysis::Analysis& analysis,
+                   std::ostream& err);
+
+}  // namespace synthara::cli
