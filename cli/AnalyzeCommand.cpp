@@ -267,6 +267,7 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
                     "Group the studies by the values of a moderator or identifying column; "
                     "all five computational models are reported");
     cmd->add_option("--run", args.run, "all (default), omit-one (one study removed) or cumulative");
+    AddSelectionOptions(*cmd, args.selection);
     cmd->add_flag("--json", args.json, "Print JSON");
     return cmd;
 }
@@ -346,11 +347,15 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     analysis.GroupBy = args.groupBy;
     analysis.RunOptions[1] = run == 2;
     analysis.RunOptions[2] = run == 3;
+    if (const int status = ApplySelection(args.selection, document.Sheet(), analysis, err);
+        status != ExitDone)
+        return status;
     switch (document.RunAnalyses(analysis)) {
         case analysis::ComputeStatus::Done:
             break;
         case analysis::ComputeStatus::SheetRefused:
         case analysis::ComputeStatus::UnknownIndex:
+        case analysis::ComputeStatus::MeanRefused:
             return ExitRefused;  // the engine's box has said why
         case analysis::ComputeStatus::NoIndexColumns:
             err << "The sheet has no \"" << analysis.ComputationIndex

@@ -31,11 +31,18 @@ ComputeStatus Analysis::Compute() {
     NumberOfModels = ModelsToRun();
     CICritical = analysis::CICritical(CILevel);
     if (const ComputeStatus status = FindIndex(); status != ComputeStatus::Done) return status;
+    // A Mantel-Haenszel summary needs each study's own 2x2 table, which a
+    // mean of several rows does not have.
+    if (UseMH && selection.AnyMean()) {
+        prompter_.Message(IndexRefusedBox());
+        return ComputeStatus::MeanRefused;
+    }
     if (UseMH) LoadMHCells();
     if (Grouped() && !LoadGroups()) return ComputeStatus::NoGroupColumn;
 
     RestoreRows();
     RemoveStudies();
+    MergeLevels();
     InsertSummaryBlocks();
     // Made once the rows stand, so that a new column is born at its length.
     EnsureColumns();
@@ -159,20 +166,6 @@ void Analysis::SortRows() {
     if (sorted) return;
     std::stable_sort(source.begin(), source.end(), before);
     vs.RebuildRows(source);
-}
-
-// Rows without a point or a variance of the index stay in the table, hidden,
-// with their reason. The user's own exclusions join here with the selection.
-void Analysis::RemoveStudies() {
-    constexpr std::uint8_t needed = Source::Point | Source::Variance;
-    for (int r = 0; r < vs.Rows(); ++r) {
-        if ((vs.sources[r] & needed) != needed) {
-            vs.hidden[r] = 1;
-            vs.hide[r] = HideReason::MissingData;
-        } else {
-            vs.hide[r] = HideReason::None;
-        }
-    }
 }
 
 // A block of ten rows after each group (when `groupBy` changes from one row
