@@ -96,7 +96,15 @@ TEST(Merge, SubgroupsAsTheUnitOrTheStudy) {
     AnalysisFixture bySubgroup(rows);
     EXPECT_EQ(Valid(bySubgroup.Run()).size(), 3u);
 
+    // Rows whose format says nothing of how they merge stay apart.
+    AnalysisFixture unknown(rows);
+    unknown.analysis.AdjustSelection = [](analysis::Selection& s) { s.studyIsUnit = true; };
+    EXPECT_EQ(Valid(unknown.Run()).size(), 3u);
+    EXPECT_EQ(unknown.prompter.Last(), "|Could not merge subgroups");
+
     AnalysisFixture byStudy(rows);
+    for (int r = 0; r < 3; ++r)
+        byStudy.sheet.SetText(sheet::FixedRowCount + r, byStudy.sheet.MergeTypeCol(), "0");
     byStudy.analysis.AdjustSelection = [](analysis::Selection& s) { s.studyIsUnit = true; };
     const auto r = byStudy.Run();
     const auto valid = Valid(r);

@@ -13,10 +13,11 @@ namespace {
 using analysis::LevelUse;
 using analysis::Selection;
 
-std::vector<int> ValidSheetRows(analysis::Analysis& a) {
-    std::vector<int> rows;
+// Study name and outcome of each row that takes part.
+std::vector<std::string> ValidRows(analysis::Analysis& a) {
+    std::vector<std::string> rows;
     for (const auto& s : analysis::CollectResult(a).studies)
-        if (s.valid) rows.push_back(a.vs.sheetRow[s.row]);
+        if (s.valid) rows.push_back(s.identity[0] + " " + s.identity[3]);
     return rows;
 }
 
@@ -48,9 +49,9 @@ TEST(Selection, TravelsWithTheProjectFile) {
     reopened.Run();
     ASSERT_EQ(saved.status, analysis::ComputeStatus::Done);
     ASSERT_EQ(reopened.status, analysis::ComputeStatus::Done);
-    const std::vector<int> expected = {sheet::FixedRowCount + 1};  // S's Function row
-    EXPECT_EQ(ValidSheetRows(saved.analysis), expected);
-    EXPECT_EQ(ValidSheetRows(reopened.analysis), expected);
+    const std::vector<std::string> expected = {"S Function"};
+    EXPECT_EQ(ValidRows(saved.analysis), expected);
+    EXPECT_EQ(ValidRows(reopened.analysis), expected);
 }
 
 TEST(Selection, OptionWordsAndTheWarningOfIndependence) {
@@ -64,9 +65,9 @@ TEST(Selection, OptionWordsAndTheWarningOfIndependence) {
     EXPECT_TRUE(s.AnyMean());
 
     const ports::Box box = analysis::CaveatBox(5);
-    EXPECT_EQ(box.lines.front().substr(0, 120),
-              "You are selecting an option to treat each time point as independent of the other "
-              "time points. When the data for the various");
+    EXPECT_TRUE(box.lines.front().starts_with(
+        "You are selecting an option to treat each time point as independent of the other "
+        "time points. When the data for the various"));
     EXPECT_NE(box.Text().find("especially when the time points are close"), std::string::npos);
     EXPECT_EQ(analysis::CaveatTreatCaption(3), "Treat comparisons as independent");
     EXPECT_EQ(analysis::CaveatAgainCaption(4), "Show this warning again for outcomes as needed");

@@ -22,8 +22,12 @@ Ran AnalyzeFile(const std::string& text, std::vector<std::string> options) {
 // The rows that take part, as (identifying cells, point, variance).
 std::vector<json> ValidRows(const Ran& ran) {
     std::vector<json> rows;
-    if (ran.status != ExitDone) return rows;
-    for (const json& s : json::parse(ran.out)["studies"])
+    if (ran.status != ExitDone) {
+        ADD_FAILURE() << ran.err;
+        return rows;
+    }
+    const json parsed = json::parse(ran.out);
+    for (const json& s : parsed["studies"])
         if (s["valid"].get<bool>()) rows.push_back(s);
     return rows;
 }
