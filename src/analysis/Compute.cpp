@@ -173,8 +173,14 @@ void Analysis::SortRows() {
 void Analysis::InsertSummaryBlocks() {
     const int rows = vs.Rows();
     std::vector<int> groupEnds;  // last row of each group, when there is a grouping
+    // A group whose rows were all left out or merged away gets no block.
+    int taking = 0;
     for (int r = 0; r < rows && Grouped(); ++r) {
-        if (r + 1 >= rows || vs.groupBy[r + 1] != vs.groupBy[r]) groupEnds.push_back(r);
+        if (vs.hidden[r] == 0) ++taking;
+        if (r + 1 >= rows || vs.groupBy[r + 1] != vs.groupBy[r]) {
+            if (taking > 0) groupEnds.push_back(r);
+            taking = 0;
+        }
     }
 
     struct Block {

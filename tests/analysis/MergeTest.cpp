@@ -136,6 +136,21 @@ TEST(Merge, ExclusionsOfLevelsAndModerators) {
               (std::vector<std::string>{"", "Excluded by user", "Excluded by user", "Missing Data"}));
 }
 
+TEST(Merge, AGroupLeftWithoutRowsHasNoSummary) {
+    AnalysisFixture f({Row("S", 0.1, 0.04, {}, "Drug"), Row("T", 0.3, 0.01, {}, "Placebo"),
+                       Row("U", 0.5, 0.02, {}, "Drug")});
+    f.analysis.GroupBy = "Arm";
+    f.analysis.AdjustSelection = [](analysis::Selection& s) {
+        s.moderators.push_back({"Arm", {"Placebo"}});
+    };
+    const auto r = f.Run();
+    ASSERT_EQ(f.status, analysis::ComputeStatus::Done);
+    EXPECT_EQ(FindSummary(r, "Fixed", "Placebo"), nullptr);
+    ASSERT_NE(FindSummary(r, "Fixed", "Drug"), nullptr);
+    EXPECT_EQ(FindSummary(r, "Fixed", "Drug")->k, 2);
+    EXPECT_EQ(FindSummary(r, "Fixed")->k, 2);
+}
+
 TEST(Merge, MeanBesideMantelHaenszelIsRefused) {
     AnalysisFixture f({Row("S", 0.2, 1, {"", "", "o1", ""})}, "MH odds ratio");
     f.analysis.AdjustSelection = [](analysis::Selection& s) { s.Level(5).use = LevelUse::Mean; };
