@@ -98,7 +98,9 @@ struct Changes {
         }
         if (studyIsUnit) s.studyIsUnit = *studyIsUnit;
         for (const analysis::ModeratorFilter& f : moderators) {
-            const auto same = [&](const analysis::ModeratorFilter& m) { return m.column == f.column; };
+            const auto same = [&](const analysis::ModeratorFilter& m) {
+                return m.column == f.column;
+            };
             std::erase_if(s.moderators, same);
             s.moderators.push_back(f);
         }
@@ -176,10 +178,9 @@ int ApplySelection(const SelectionArgs& args, const sheet::Sheet& sheet,
             err << NoEffect("--unit", 2);
     }
 
-    const std::pair<const char*, const std::string*> uses[] = {
-        {"--comparisons", &args.comparisons},
-        {"--outcomes", &args.outcomes},
-        {"--time-points", &args.timePoints}};
+    const std::pair<const char*, const std::string*> uses[] = {{"--comparisons", &args.comparisons},
+                                                               {"--outcomes", &args.outcomes},
+                                                               {"--time-points", &args.timePoints}};
     for (int i = 0; i < 3; ++i) {
         const auto& [option, word] = uses[i];
         if (word->empty()) continue;
@@ -207,7 +208,8 @@ int ApplySelection(const SelectionArgs& args, const sheet::Sheet& sheet,
             err << NoEffect("--sequence", level);
             continue;
         }
-        const int col = FindColumn(g, sheet::PopulationNames[static_cast<std::size_t>(level - 1)])->col;
+        const int col =
+            FindColumn(g, sheet::PopulationNames[static_cast<std::size_t>(level - 1)])->col;
         std::vector<std::string> values = SplitList(std::string_view(item).substr(eq + 1));
         for (const std::string& value : values) {
             if (!ColumnHolds(sheet, col, value)) {

@@ -205,6 +205,8 @@ class Analysis {
     std::vector<Code> CodesOf(const std::vector<std::string>& texts);
     bool mhLoaded_ = false;
     std::vector<std::array<double, 4>> mhCells_;
+    // The summed cells of the rows merging inserted, by `mergedCells`.
+    std::vector<std::array<double, 4>> mergedMH_;
 };
 
 // "00001": the entry order as five-digit text, as `EntrySeq` holds it.

@@ -114,7 +114,8 @@ std::optional<PointVariance> CellCollapser::Recompute(int mergeCode,
         if (!ReadCells(mergeCode, r, cells)) return std::nullopt;
         for (std::size_t i = 0; i < sums.size(); ++i)
             sums[i] += cells[i];
-        if (mergeCode == MergeCode::RecreateMeansOneGroup) one.push_back({cells[0], cells[1], cells[2]});
+        if (mergeCode == MergeCode::RecreateMeansOneGroup)
+            one.push_back({cells[0], cells[1], cells[2]});
         if (mergeCode == MergeCode::RecreateMeansTwoGroup) {
             one.push_back({cells[0], cells[2], cells[4]});
             two.push_back({cells[1], cells[3], cells[5]});
@@ -165,8 +166,7 @@ std::optional<PointVariance> CellCollapser::Recompute(int mergeCode,
     }
     effectsize::ComputeContext context{options_, prompter_};
     effectsize::Dispatch(kPlans[static_cast<std::size_t>(mergeCode)].format, ws, context);
-    if (!ws.IsValid(index_) || !ws.HasSpread[static_cast<std::size_t>(index_)])
-        return std::nullopt;
+    if (!ws.IsValid(index_) || !ws.HasSpread[static_cast<std::size_t>(index_)]) return std::nullopt;
     return PointVariance{ws.Es(1, index_), ws.Es(3, index_)};
 }
 

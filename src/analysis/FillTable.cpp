@@ -247,6 +247,10 @@ void Analysis::LoadMHCells() {
 
 std::array<double, 4> Analysis::MHCells(int row) const {
     const int r = vs.sheetRow[row];
+    if (r < 0) {
+        const int slot = vs.mergedCells[row];
+        return slot >= 0 ? mergedMH_[static_cast<std::size_t>(slot)] : std::array<double, 4>{};
+    }
     if (r < 0 || SheetIndex(r) >= mhCells_.size()) return {};
     return mhCells_[SheetIndex(r)];
 }

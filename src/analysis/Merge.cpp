@@ -21,6 +21,7 @@ constexpr std::uint8_t kAllSources = Source::Point | Source::StdErr | Source::Va
 }  // namespace
 
 void Analysis::MergeLevels() {
+    mergedMH_.clear();
     for (int level = PopulationLevels; level >= 3; --level) {
         if (!vs.levelPresent[static_cast<std::size_t>(level - 1)]) continue;
         switch (selection.Level(level).use) {
@@ -98,9 +99,13 @@ void Analysis::SelectByPriority(int level) {
     }
 }
 
-void Analysis::Aggregate(int level) { MergeStep(level, MergeRule::Mean); }
+void Analysis::Aggregate(int level) {
+    MergeStep(level, MergeRule::Mean);
+}
 
-void Analysis::MiniMerge(int level) { MergeStep(level, MergeRule::MiniMeta); }
+void Analysis::MiniMerge(int level) {
+    MergeStep(level, MergeRule::MiniMeta);
+}
 
 void Analysis::MergeSubgroups() {
     if (selection.studyIsUnit)
@@ -138,6 +143,7 @@ void Analysis::MergeStep(int level, MergeRule rule) {
         MergeKind kind = MergeKind::None;
         std::int8_t code = MergeCode::MiniMeta;
         std::array<Code, PopulationLevels> identity{};
+        std::array<double, 4> cells{};  // the subgroups' 2x2 cells summed
     };
     std::vector<Plan> plans(groups.size());
     const Code combined = vs.texts.Intern(Word::Combined);
@@ -192,6 +198,14 @@ void Analysis::MergeStep(int level, MergeRule rule) {
             variances.push_back(vs.variance[r]);
         }
         p.hasData = true;
+        // Subgroups are disjoint samples: the study's table is their sum.
+        if (rule == MergeRule::Subgroups && UseMH) {
+            for (const int r : visible) {
+                const std::array<double, 4> cells = MHCells(r);
+                for (std::size_t i = 0; i < cells.size(); ++i)
+                    p.cells[i] += cells[i];
+            }
+        }
         if (rule == MergeRule::Mean) {
             // The mean of the variances, not the variance of the mean: the rows
             // are taken as wholly correlated, so the merged row is no more
@@ -212,15 +226,14 @@ void Analysis::MergeStep(int level, MergeRule rule) {
                 collapser ? collapser->Recompute(mode, sheetRows) : std::nullopt;
             p.hasData = value.has_value();
             if (value) p.value = *value;
-            p.kind = mode == MergeCode::RecreateMeansOneGroup ||
-                             mode == MergeCode::RecreateMeansTwoGroup
-                         ? MergeKind::ReverseAnova
-                         : MergeKind::CollapseCells;
+            p.kind =
+                mode == MergeCode::RecreateMeansOneGroup || mode == MergeCode::RecreateMeansTwoGroup
+                    ? MergeKind::ReverseAnova
+                    : MergeKind::CollapseCells;
             p.code = static_cast<std::int8_t>(mode);
         }
     }
-    if (unmerged)
-        prompter_.Message({"", {"Could not merge subgroups"}, ports::Icon::Information});
+    if (unmerged) prompter_.Message({"", {"Could not merge subgroups"}, ports::Icon::Information});
 
     std::vector<int> source;
     source.reserve(static_cast<std::size_t>(vs.Rows()) + groups.size());
@@ -246,6 +259,10 @@ void Analysis::MergeStep(int level, MergeRule rule) {
             vs.population[i][row] = p.identity[i];
         vs.mergeCode[row] = p.code;
         vs.merge[row] = p.kind;
+        if (rule == MergeRule::Subgroups && UseMH) {
+            vs.mergedCells[row] = static_cast<int>(mergedMH_.size());
+            mergedMH_.push_back(p.cells);
+        }
         if (p.hasData) {
             vs.point[row] = p.value.point;
             vs.variance[row] = p.value.variance;

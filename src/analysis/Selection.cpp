@@ -138,7 +138,8 @@ void WriteSelection(sheet::Sheet& sheet, const Selection& selection) {
         } else if (IsModerator(g, c)) {
             std::string excluded;
             for (const ModeratorFilter& f : selection.moderators) {
-                if (g.TextIs(MetaRow::ColumnHeader, c, f.column)) excluded = JoinExcluded(f.excluded);
+                if (g.TextIs(MetaRow::ColumnHeader, c, f.column))
+                    excluded = JoinExcluded(f.excluded);
             }
             PutText(sheet, ExcludedRow, c, std::move(excluded));
         }
@@ -159,7 +160,9 @@ ports::Box IndexRefusedBox() {
             ports::Icon::Warning};
 }
 
-std::string CaveatTreatCaption(int level) { return "Treat " + LevelWord(level) + "s as independent"; }
+std::string CaveatTreatCaption(int level) {
+    return "Treat " + LevelWord(level) + "s as independent";
+}
 
 std::string CaveatAgainCaption(int level) {
     return "Show this warning again for " + LevelWord(level) + "s as needed";

@@ -28,8 +28,7 @@ std::string Noun(int tab, bool plural) {
 
 }  // namespace
 
-SelectionDialog::SelectionDialog(sheet::Sheet& sheet, Analysis& analysis,
-                                 ports::Prompter& prompter)
+SelectionDialog::SelectionDialog(sheet::Sheet& sheet, Analysis& analysis, ports::Prompter& prompter)
     : sheet_(sheet), analysis_(analysis), prompter_(prompter) {}
 
 const char* SelectionDialog::LeadLine(int tab) {
@@ -152,7 +151,9 @@ void SelectionDialog::MoveUp(int tab, int line) {
               t->sequence[static_cast<std::size_t>(line - 1)]);
 }
 
-void SelectionDialog::MoveDown(int tab, int line) { MoveUp(tab, line + 1); }
+void SelectionDialog::MoveDown(int tab, int line) {
+    MoveUp(tab, line + 1);
+}
 
 void SelectionDialog::SetUse(int tab, LevelUse use) {
     Tab* t = FindTab(tab);
@@ -214,7 +215,8 @@ Selection SelectionDialog::Current() const {
                 choice.use = tab.use;
                 choice.sequence = tab.sequence;
             }
-        } else if (tab.moderator != UnusedModerator && !tab.moderator.empty() && !excluded.empty()) {
+        } else if (tab.moderator != UnusedModerator && !tab.moderator.empty() &&
+                   !excluded.empty()) {
             s.moderators.push_back({tab.moderator, std::move(excluded)});
         }
     }

@@ -18,7 +18,7 @@ namespace synthara::analysis {
 
 class Analysis;
 
-inline constexpr int MaxModeratorTabs = 5;  // tabs 6 to 10
+inline constexpr int MaxModeratorTabs = 5;                       // tabs 6 to 10
 inline constexpr const char* UnusedModerator = "Not specified";  // a moderator tab not in use
 
 class SelectionDialog {
@@ -28,10 +28,10 @@ class SelectionDialog {
         bool checked = true;
     };
     struct Tab {
-        int index = 0;          // 1 to 5: the identifying levels; 6 to 10: moderators
-        std::string caption;    // "Studies", ..., or the moderator's title
-        std::string moderator;  // a moderator tab's column ("Not specified": not in use)
-        std::vector<Line> lines;            // each distinct value with its check mark
+        int index = 0;            // 1 to 5: the identifying levels; 6 to 10: moderators
+        std::string caption;      // "Studies", ..., or the moderator's title
+        std::string moderator;    // a moderator tab's column ("Not specified": not in use)
+        std::vector<Line> lines;  // each distinct value with its check mark
         std::vector<std::string> sequence;  // tabs 3 to 5: the priority order
         LevelUse use = LevelUse::All;       // tabs 3 to 5
         bool warning = true;                // tabs 3 to 5: "Enable warning"

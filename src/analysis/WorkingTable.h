@@ -116,6 +116,9 @@ class WorkingTable {
     // meta-analysis of the rows) on a row of means whose direction was reversed.
     Column<std::int8_t> mergeCode{list_, 0};
     Column<MergeKind> merge{list_, MergeKind::None};  // `SubGroup Merge`
+    // On a row inserted for a study's subgroups, where its summed 2x2 cells
+    // are kept for a Mantel-Haenszel index; NoRow elsewhere.
+    Column<int> mergedCells{list_, NoRow};
 
     Column<std::uint8_t> hidden{list_, 0};
     Column<HideReason> hide{list_, HideReason::None};

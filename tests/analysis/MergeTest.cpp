@@ -51,10 +51,9 @@ TEST(Merge, TheMeanOfTheVariancesNotTheVarianceOfTheMean) {
 // comparison's outcomes first become one row by a fixed-effect meta-analysis,
 // and only then are the comparisons averaged.
 TEST(Merge, DeepestLevelFirst) {
-    AnalysisFixture f({Row("S", 0.1, 0.04, {"", "c1", "o1", ""}),
-                       Row("S", 0.3, 0.01, {"", "c1", "o2", ""}),
-                       Row("S", 0.5, 0.02, {"", "c2", "o3", ""}),
-                       Row("T", 0.7, 0.05, {"", "c1", "o1", ""})});
+    AnalysisFixture f(
+        {Row("S", 0.1, 0.04, {"", "c1", "o1", ""}), Row("S", 0.3, 0.01, {"", "c1", "o2", ""}),
+         Row("S", 0.5, 0.02, {"", "c2", "o3", ""}), Row("T", 0.7, 0.05, {"", "c1", "o1", ""})});
     f.analysis.AdjustSelection = [](analysis::Selection& s) {
         s.Level(3).use = LevelUse::Mean;
         s.Level(4).use = LevelUse::All;
@@ -120,6 +119,29 @@ TEST(Merge, SubgroupsAsTheUnitOrTheStudy) {
     EXPECT_EQ(byStudy.analysis.vs.merge[valid[1]->row], analysis::MergeKind::OneSubgroup);
 }
 
+// Under a Mantel-Haenszel index a study's subgroups count as one table, the
+// sum of theirs.
+TEST(Merge, MantelHaenszelTakesTheStudysSummedTable) {
+    const auto row = [](std::string study, std::string subgroup, std::array<double, 4> c) {
+        const double lor = std::log(c[0] * c[3] / (c[1] * c[2]));
+        const double var = 1 / c[0] + 1 / c[1] + 1 / c[2] + 1 / c[3];
+        return RowValues{std::move(study), lor, var, "", c, {std::move(subgroup), "", "", ""}};
+    };
+    AnalysisFixture f({row("S", "a", {10, 90, 20, 80}), row("S", "b", {5, 45, 8, 42}),
+                       row("T", "a", {15, 85, 25, 75})},
+                      "MH odds ratio");
+    for (int r = 0; r < 3; ++r)
+        f.sheet.SetText(sheet::FixedRowCount + r, f.sheet.MergeTypeCol(), "4");
+    f.analysis.AdjustSelection = [](analysis::Selection& s) { s.studyIsUnit = true; };
+    const auto r = f.Run();
+    ASSERT_EQ(f.status, analysis::ComputeStatus::Done);
+    ASSERT_EQ(Valid(r).size(), 2u);
+    EXPECT_EQ(f.analysis.vs.merge[Valid(r)[0]->row], analysis::MergeKind::CollapseCells);
+    const auto* fixed = FindSummary(r, "Fixed");
+    ASSERT_NE(fixed, nullptr);
+    EXPECT_NEAR(*fixed->estimate.point, -0.6835059703675593, 1e-12);
+}
+
 TEST(Merge, ExclusionsOfLevelsAndModerators) {
     const std::vector<RowValues> rows = {
         Row("S", 0.1, 0.04, {"", "", "Pain", ""}, "Drug"),
@@ -132,8 +154,8 @@ TEST(Merge, ExclusionsOfLevelsAndModerators) {
         s.moderators.push_back({"Arm", {"Placebo"}});
     };
     const auto r = f.Run();
-    EXPECT_EQ(Reasons(r),
-              (std::vector<std::string>{"", "Excluded by user", "Excluded by user", "Missing Data"}));
+    EXPECT_EQ(Reasons(r), (std::vector<std::string>{"", "Excluded by user", "Excluded by user",
+                                                    "Missing Data"}));
 }
 
 TEST(Merge, AGroupLeftWithoutRowsHasNoSummary) {

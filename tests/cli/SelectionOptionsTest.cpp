@@ -47,7 +47,8 @@ constexpr const char* kCohortAndCaseControl =
 // study of one subgroup passes as it is. The expected numbers are worked by
 // hand from the cells.
 TEST(SelectionOptions, StudyAsTheUnitByFormat) {
-    const Ran ran = AnalyzeFile(kCohortAndCaseControl, {"--index", "Odds ratio", "--unit", "study"});
+    const Ran ran =
+        AnalyzeFile(kCohortAndCaseControl, {"--index", "Odds ratio", "--unit", "study"});
     ASSERT_EQ(ran.status, ExitDone) << ran.err;
     const auto rows = ValidRows(ran);
     ASSERT_EQ(rows.size(), 3u);
@@ -124,7 +125,8 @@ TEST(SelectionOptions, RefusalsAndOptionsWithoutEffect) {
         {{"--sequence", "outcomes=Sleep"}, ExitUsage, "no row of \"Outcome\" holds \"Sleep\""},
         {{"--comparisons", "mean"}, ExitDone, "no \"Comparison\" column; the option has no effect"},
         {{"--unit", "study"}, ExitDone, "no \"Subgroup within study\" column"},
-        {{"--index", "MH odds ratio", "--outcomes", "mean"}, ExitRefused,
+        {{"--index", "MH odds ratio", "--outcomes", "mean"},
+         ExitRefused,
          "Cannot combine a Mantel Haenszel effect measure"},
     };
     for (const auto& c : cases) {
