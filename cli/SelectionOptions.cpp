@@ -35,11 +35,10 @@ std::optional<Target> FindColumn(const sheet::Grid& g, std::string_view name) {
                 if (g.TextIs(MetaRow::ColumnHeader, c, name) || sheet::PopulationNames[i] == name)
                     return Target{static_cast<int>(i) + 1, c, {}};
             }
-        } else if (g.TextIs(MetaRow::Function, c, "Moderator") &&
-                   g.TextIs(MetaRow::ColumnHeader, c, name)) {
-            return Target{0, c, std::string(name)};
         }
     }
+    if (const int c = analysis::ModeratorColumn(g, name); c >= 0)
+        return Target{0, c, std::string(name)};
     return std::nullopt;
 }
 
@@ -69,17 +68,6 @@ int SequenceLevel(std::string_view word) {
     if (word == "outcomes") return 4;
     if (word == "time-points") return 5;
     return 0;
-}
-
-std::vector<std::string> SplitList(std::string_view text) {
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    while (start <= text.size()) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        parts.emplace_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
 }
 
 // What the options change in the stored choices.
@@ -210,7 +198,8 @@ int ApplySelection(const SelectionArgs& args, const sheet::Sheet& sheet,
         }
         const int col =
             FindColumn(g, sheet::PopulationNames[static_cast<std::size_t>(level - 1)])->col;
-        std::vector<std::string> values = SplitList(std::string_view(item).substr(eq + 1));
+        std::vector<std::string> values =
+            analysis::SplitText(std::string_view(item).substr(eq + 1), ',');
         for (const std::string& value : values) {
             if (!ColumnHolds(sheet, col, value)) {
                 err << "--sequence: no row of \""

@@ -2,24 +2,9 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
-#include "sheet/grid/MetaRows.h"
 #include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
-
-namespace {
-
-// A moderator column by its title; -1 when none.
-int ModeratorColumn(const sheet::Grid& g, std::string_view title) {
-    for (int c = 0; c < g.Cols(); ++c) {
-        if (g.TextIs(sheet::MetaRow::Function, c, "Moderator") &&
-            g.TextIs(sheet::MetaRow::ColumnHeader, c, title))
-            return c;
-    }
-    return -1;
-}
-
-}  // namespace
 
 std::vector<Code> Analysis::CodesOf(const std::vector<std::string>& texts) {
     std::vector<Code> codes;

@@ -17,20 +17,9 @@ constexpr int OptionRow = MetaRow::SelectionFirst + 3;    // the level's option 
 
 constexpr char Separator = '|';
 
-std::vector<std::string> Split(std::string_view text) {
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    while (start <= text.size()) {
-        const std::size_t end = std::min(text.find(Separator, start), text.size());
-        parts.emplace_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
-}
-
 std::vector<std::string> ReadExcluded(std::string_view text) {
     if (text.empty()) return {};
-    std::vector<std::string> values = Split(text);
+    std::vector<std::string> values = SplitText(text, Separator);
     // The list starts with its separator: the first part is not a value.
     if (text.front() == Separator) values.erase(values.begin());
     return values;
@@ -86,6 +75,24 @@ void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
 
 }  // namespace
 
+std::vector<std::string> SplitText(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    while (start <= text.size()) {
+        const std::size_t end = std::min(text.find(separator, start), text.size());
+        parts.emplace_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return parts;
+}
+
+int ModeratorColumn(const sheet::Grid& g, std::string_view title) {
+    for (int c = 0; c < g.Cols(); ++c) {
+        if (IsModerator(g, c) && g.TextIs(MetaRow::ColumnHeader, c, title)) return c;
+    }
+    return -1;
+}
+
 bool Selection::AnyMean() const {
     for (int level = 3; level <= SelectionLevels; ++level)
         if (Level(level).use == LevelUse::Mean) return true;
@@ -99,7 +106,8 @@ Selection ReadSelection(const sheet::Grid& g) {
             LevelChoice& choice = s.Level(level);
             choice.excluded = ReadExcluded(g.Text(ExcludedRow, c));
             const std::string sequence = g.Text(SequenceRow, c);
-            choice.sequence = sequence.empty() ? std::vector<std::string>() : Split(sequence);
+            choice.sequence =
+                sequence.empty() ? std::vector<std::string>() : SplitText(sequence, Separator);
             const std::string option = g.Text(OptionRow, c);
             if (level == 2) s.studyIsUnit = option == "Study";
             if (option == "Mean") choice.use = LevelUse::Mean;

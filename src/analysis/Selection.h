@@ -64,6 +64,11 @@ Selection ReadSelection(const sheet::Grid& grid);
 // moderator column (blank where there is nothing to keep).
 void WriteSelection(sheet::Sheet& sheet, const Selection& selection);
 
+// Parts of a text between separators ("a|b" gives "a" and "b"; "" gives "").
+std::vector<std::string> SplitText(std::string_view text, char separator);
+// A moderator column by its title; -1 when none.
+int ModeratorColumn(const sheet::Grid& grid, std::string_view title);
+
 // The words a level's option is stored as; level 1 "None", level 2
 // "Subgroup" or "Study", levels 3 to 5 "All", "Mean" or "One".
 std::string_view OptionWord(const Selection& selection, int level);

@@ -4,14 +4,11 @@
 #include <utility>
 
 #include "analysis/Analysis.h"
-#include "sheet/grid/MetaRows.h"
 #include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
 
 namespace {
-
-using sheet::MetaRow;
 
 constexpr const char* kTabCaptions[] = {"Studies", "Subgroups", "Comparisons", "Outcomes",
                                         "Timepoints"};
@@ -168,13 +165,7 @@ void SelectionDialog::SetUse(int tab, LevelUse use) {
 }
 
 int SelectionDialog::AddFilter(const std::string& moderator) {
-    const sheet::Grid& g = sheet_.Flex();
-    int col = -1;
-    for (int c = 0; c < g.Cols() && col < 0; ++c) {
-        if (g.TextIs(MetaRow::Function, c, "Moderator") &&
-            g.TextIs(MetaRow::ColumnHeader, c, moderator))
-            col = c;
-    }
+    const int col = ModeratorColumn(sheet_.Flex(), moderator);
     int index = SelectionLevels + 1;
     for (const Tab& tab : tabs_) {
         if (tab.moderator == moderator) return tab.index;
