@@ -5,6 +5,7 @@
 
 #include "AnalysisFixture.h"
 #include "analysis/Selection.h"
+#include "analysis/SelectionDialog.h"
 #include "sheet/files/ProjectFile.h"
 
 namespace synthara::testing {
@@ -71,6 +72,57 @@ TEST(Selection, OptionWordsAndTheWarningOfIndependence) {
     EXPECT_NE(box.Text().find("especially when the time points are close"), std::string::npos);
     EXPECT_EQ(analysis::CaveatTreatCaption(3), "Treat comparisons as independent");
     EXPECT_EQ(analysis::CaveatAgainCaption(4), "Show this warning again for outcomes as needed");
+}
+
+TEST(Selection, TheDialogsStateAndRules) {
+    using Dialog = analysis::SelectionDialog;
+    AnalysisFixture f({{"S", 0.1, 0.04, "Drug", std::nullopt, {"", "", "Pain", ""}},
+                       {"S", 0.3, 0.01, "Diet", std::nullopt, {"", "", "Function", ""}}},
+                      "MH odds ratio");
+    Selection stored;
+    stored.Level(4).use = LevelUse::One;
+    stored.Level(4).sequence = {"Function"};
+    stored.moderators.push_back({"Arm", {"Diet"}});
+    analysis::WriteSelection(f.sheet, stored);
+
+    Dialog dialog(f.sheet, f.analysis, f.prompter);
+    dialog.Load();
+    ASSERT_NE(dialog.FindTab(4), nullptr);
+    EXPECT_EQ(dialog.FindTab(2), nullptr);  // no subgroup column, no tab
+    // The stored order first, then the values it does not name.
+    EXPECT_EQ(dialog.FindTab(4)->sequence, (std::vector<std::string>{"Function", "Pain"}));
+    ASSERT_NE(dialog.FindTab(6), nullptr);
+    EXPECT_EQ(dialog.FindTab(6)->moderator, "Arm");
+    EXPECT_TRUE(dialog.Marked(6));
+    EXPECT_EQ(dialog.Current().moderators, stored.moderators);
+    EXPECT_EQ(dialog.Current().Level(4).use, LevelUse::One);
+
+    // Using all rows asks first; "No" keeps the option as it was.
+    f.prompter.answers.push_back(ports::Answer::No);
+    dialog.SetUse(4, LevelUse::All);
+    EXPECT_EQ(dialog.FindTab(4)->use, LevelUse::One);
+    EXPECT_TRUE(f.prompter.shown.back().question);
+
+    dialog.MoveDown(4, 0);
+    EXPECT_EQ(dialog.FindTab(4)->sequence, (std::vector<std::string>{"Pain", "Function"}));
+    EXPECT_EQ(Dialog::UseCaption(3, LevelUse::One),
+              "Use the first comparison, based on the following sequence");
+
+    dialog.SetUse(4, LevelUse::Mean);
+    EXPECT_FALSE(dialog.Click(Dialog::Button::Ok));
+    EXPECT_EQ(f.prompter.Last(),
+              "Invalid selection|Cannot select 'Use the mean' for comparisons, outcomes, or time "
+              "points     |when using a Mantel Haenszel effect measure.     ");
+    EXPECT_FALSE(dialog.Applying());
+    EXPECT_EQ(analysis::ReadSelection(f.sheet.Flex()), stored);  // nothing was saved
+
+    dialog.ResetPanel(4);
+    dialog.SelectAll(6);
+    EXPECT_TRUE(dialog.Click(Dialog::Button::Ok));
+    const Selection saved = analysis::ReadSelection(f.sheet.Flex());
+    EXPECT_TRUE(saved.moderators.empty());
+    EXPECT_EQ(saved.Level(4).use, LevelUse::All);
+    EXPECT_EQ(f.analysis.selection, saved);
 }
 
 }  // namespace
