@@ -8,6 +8,7 @@
 
 #include <map>
 #include <memory>
+#include <string>
 
 #include "TwoGroupSheet.h"
 #include "analysis/Analysis.h"
@@ -137,6 +138,43 @@ void BM_RoadSensitivityRun(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * Rows(state));
 }
 
+// The computed sheet of `rows` rows in studies of four subgroups each: the
+// same trials, with the study name taken by every four rows and a subgroup
+// column beside it.
+Sheet& SubgroupSheet(int rows) {
+    static std::map<int, std::unique_ptr<Sheet>> sheets;
+    auto& sheet = sheets[rows];
+    if (!sheet) {
+        sheet = std::make_unique<Sheet>(prompter);
+        synthara::bench::FillSheet(*sheet, rows);
+        const int studyCol = sheet->GetCol(0, 1);
+        const int subgroupCol = sheet->MakePop(2);
+        for (int r = 0; r < rows; ++r) {
+            const int row = synthara::sheet::FixedRowCount + r;
+            sheet->SetText(row, studyCol, "Study " + std::to_string(r / 4 + 1));
+            sheet->SetText(row, subgroupCol, "Subgroup " + std::to_string(r % 4 + 1));
+        }
+        ComputeRows(*sheet);
+        sheet->FindCols();
+    }
+    return *sheet;
+}
+
+// A Compute that makes each study of four subgroups one row, its cells
+// summed and its effect computed again; `study_unit` 0 times the same
+// Compute with the subgroups as the unit, for the merge's own share.
+void BM_MergeSubgroups(benchmark::State& state) {
+    Sheet& sheet = SubgroupSheet(Rows(state));
+    Analysis analysis(prompter);
+    analysis.FillFromSheet(sheet);
+    analysis.selection.studyIsUnit = state.range(1) != 0;
+    for (auto _ : state) {
+        if (analysis.Compute() != ComputeStatus::Done) state.SkipWithError("analysis refused");
+    }
+    state.counters["study_unit"] = static_cast<double>(state.range(1));
+    state.SetItemsProcessed(state.iterations() * Rows(state));
+}
+
 constexpr int kSmall = 10000;
 constexpr int kLarge = 100000;
 
@@ -164,6 +202,11 @@ BENCHMARK(BM_RoadSensitivityRun)
     ->Args({kLarge, 3})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
+BENCHMARK(BM_MergeSubgroups)
+    ->Args({kLarge, 1})
+    ->Args({kLarge, 0})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
 BENCHMARK(BM_RoadCollectResult)
     ->Arg(kSmall)
     ->Arg(kLarge)

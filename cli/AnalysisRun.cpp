@@ -21,11 +21,15 @@ int OpenAndAnalyze(const InputArgs& args, shell::Document& document, analysis::A
         err << args.input << ": the file has no study rows to analyse\n";
         return ExitRefused;
     }
+    if (const int status = ApplySelection(args.selection, document.Sheet(), analysis, err);
+        status != ExitDone)
+        return status;
     switch (document.RunAnalyses(analysis)) {
         case analysis::ComputeStatus::Done:
             break;
         case analysis::ComputeStatus::SheetRefused:
         case analysis::ComputeStatus::UnknownIndex:
+        case analysis::ComputeStatus::MeanRefused:
             return ExitRefused;  // the engine's box has said why
         case analysis::ComputeStatus::NoIndexColumns:
             err << "The sheet has no \"" << analysis.ComputationIndex

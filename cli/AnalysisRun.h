@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
+#include "cli/SelectionOptions.h"
 #include "shell/Document.h"
 
 namespace synthara::cli {
@@ -15,10 +16,12 @@ struct InputArgs {
     std::string format;
     sheet::NumberSeparators separators;  // --locale
     std::vector<std::string> options;    // --option NAME=VALUE
+    SelectionArgs selection;             // --exclude, --unit, --comparisons, ...
 };
 
-// Opens the input into `document` and runs `analysis`, set up by the caller,
-// on it. Returns the exit status; on a refusal the reason is on `err`.
+// Opens the input into `document`, has `analysis` (set up by the caller)
+// take the selection options over the project's stored choices, and runs it. Returns the exit
+// status; on a refusal the reason is on `err`.
 int OpenAndAnalyze(const InputArgs& args, shell::Document& document, analysis::Analysis& analysis,
                    std::ostream& err);
 

@@ -268,6 +268,7 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
                     "Group the studies by the values of a moderator or identifying column; "
                     "all five computational models are reported");
     cmd->add_option("--run", args.run, "all (default), omit-one (one study removed) or cumulative");
+    AddSelectionOptions(*cmd, args.selection);
     cmd->add_flag("--json", args.json, "Print JSON");
     return cmd;
 }
@@ -334,8 +335,9 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     analysis.GroupBy = args.groupBy;
     analysis.RunOptions[1] = run == 2;
     analysis.RunOptions[2] = run == 3;
-    if (const int status = OpenAndAnalyze({args.input, args.format, args.separators, args.options},
-                                          *held, analysis, err);
+    if (const int status =
+            OpenAndAnalyze({args.input, args.format, args.separators, args.options, args.selection},
+                           *held, analysis, err);
         status != ExitDone)
         return status;
     const AnalysisResult result = analysis::CollectSummaries(analysis);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/Result.h"
+#include "cli/SelectionOptions.h"
 #include "sheet/grid/Cell.h"
 
 namespace CLI {
@@ -24,6 +25,7 @@ struct AnalyzeArgs {
     std::string run;      // "all", "omit-one" or "cumulative"; "" for all
     bool json = false;
     std::vector<std::string> options;  // --option NAME=VALUE
+    SelectionArgs selection;
 };
 
 // Registers the subcommand; `args` receives its options when it is parsed.

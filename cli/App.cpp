@@ -23,9 +23,7 @@ namespace {
 // command that reads INPUT.
 constexpr std::string_view kPlannedCommands[] = {"regress"};
 constexpr std::pair<std::string_view, std::string_view> kPlannedOptions[] = {
-    {"", "--option"},          {"analyze", "--tau2"},        {"analyze", "--hksj"},
-    {"analyze", "--exclude"},  {"analyze", "--unit"},        {"analyze", "--comparisons"},
-    {"analyze", "--outcomes"}, {"analyze", "--time-points"}, {"analyze", "--sequence"}};
+    {"", "--option"}, {"analyze", "--tau2"}, {"analyze", "--hksj"}};
 
 CLI::App* FindSubcommand(CLI::App& app, std::string_view name) {
     for (CLI::App* sub : app.get_subcommands([](CLI::App*) { return true; })) {

@@ -85,6 +85,7 @@ CLI::App* AddBiasCommand(CLI::App& app, BiasArgs& args) {
                                    "regression intercept, trim and fill");
     AddInputOptions(*cmd, args.in.input, args.in.format, args.in.separators);
     AddOptionArg(*cmd, args.in.options);
+    AddSelectionOptions(*cmd, args.in.selection);
     cmd->add_option("--index", args.index,
                     "Effect size index, as the analysis offers it (default: the primary index)");
     cmd->add_option("--trim-side", args.trimSide,

@@ -7,13 +7,16 @@
 // The sheet handed to FillFromSheet must outlive the Computes that follow:
 // another index reads its point and variance from the sheet's columns.
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "analysis/DisplayVals.h"
 #include "analysis/IndexChoice.h"
+#include "analysis/Selection.h"
 #include "analysis/WorkingTable.h"
+#include "effectsize/WorkingSet.h"
 #include "ports/Progress.h"
 #include "ports/Prompter.h"
 
@@ -30,6 +33,7 @@ enum class ComputeStatus {
     NoIndexColumns,  // the sheet has no columns for the computation index
     NoGroupColumn,   // the grouping names no moderator or identifying column
     SheetRefused,    // the sheet check refused the sheet (its box was shown)
+    MeanRefused,     // "Use the mean" beside a Mantel-Haenszel index (its box was shown)
 };
 
 class Analysis {
@@ -57,6 +61,14 @@ class Analysis {
     // RunOptions[1]: the one-study-removed run, [2]: the cumulative run; at
     // most one of them is set.
     std::array<bool, 3> RunOptions{true, false, false};
+    // Which rows enter and how the rows of one study are used; read from the
+    // sheet by FillFromSheet, changed by the selection dialog.
+    Selection selection;
+    // Changes of this run only, made to the stored choices each time they
+    // are read (the command line's options); empty for none.
+    std::function<void(Selection&)> AdjustSelection;
+    // The row computation's options, for a study rebuilt from its subgroups' cells.
+    effectsize::ComputeOptions RowOptions;
 
     // Worked out at each Compute.
     std::string ComputationIndex;
@@ -101,6 +113,23 @@ class Analysis {
     // `cWtPct` and `cWtPctG` of run 1 for one model.
     void DisplayWeights(int model);
 
+    // Merging the rows of a study, deepest level first: at levels 5 to 3 by
+    // the level's option, then the subgroups. Each acts on `vs` in place,
+    // inserting a row after each group it merges and hiding the group's rows.
+    void MergeLevels();
+    // Keeps in each study's block the first row in the order of the level's
+    // sequence; the others go out "Excluded by sequence".
+    void SelectByPriority(int level);
+    // The mean of the points and the mean of the variances of each group.
+    void Aggregate(int level);
+    // A fixed-effect meta-analysis of each group's rows.
+    void MiniMerge(int level);
+    // A study's subgroups made one row, when the study is the unit of analysis.
+    void MergeSubgroups();
+    // The merge code of the visible rows first..last: the code they share,
+    // else 0 (a meta-analysis of the rows).
+    int GetMergeMode(int first, int last) const;
+
     // The "Calculations" rows of the summary blocks, top to bottom; the last
     // one is the total's.
     std::vector<int> CalculationRows() const;
@@ -134,6 +163,21 @@ class Analysis {
     void RestoreRows();
     void SortRows();
     void RemoveStudies();
+    // Hides the rows of a level's or moderator's excluded values.
+    void ExcludeValues();
+    void HideRowsWithoutData();
+    struct MergeGroup {
+        int first;
+        int last;
+    };
+    // Runs of rows whose identifying cells above `level`, and group, agree.
+    std::vector<MergeGroup> MergeGroups(int level) const;
+    enum class MergeRule { Mean, MiniMeta, Subgroups };
+    // The frame of Aggregate, MiniMerge and MergeSubgroups (see Merge.cpp).
+    void MergeStep(int level, MergeRule rule);
+    // Whether a coarser level is about to be merged, so that the rows of
+    // `level` used on their own must first become one row per coarser key.
+    bool CoarserMergeFollows(int level) const;
     void InsertSummaryBlocks();
     void LabelBlock(int firstRow, int sourceRow, RowKind kind, Code group);
     int ModelsToRun() const;
@@ -158,8 +202,11 @@ class Analysis {
     // the grouping column's text, and the 2x2 cells.
     std::string groupsLoaded_;  // the grouping whose texts groupCodes_ holds
     std::vector<Code> groupCodes_;
+    std::vector<Code> CodesOf(const std::vector<std::string>& texts);
     bool mhLoaded_ = false;
     std::vector<std::array<double, 4>> mhCells_;
+    // The summed cells of the rows merging inserted, by `mergedCells`.
+    std::vector<std::array<double, 4>> mergedMH_;
 };
 
 // "00001": the entry order as five-digit text, as `EntrySeq` holds it.

@@ -19,6 +19,7 @@ inline constexpr std::string_view Overall = "Overall";
 inline constexpr std::string_view Fixed = "Fixed";
 inline constexpr std::string_view Random = "Random";
 inline constexpr std::string_view MissingData = "Missing Data";
+inline constexpr std::string_view Combined = "Combined";
 }  // namespace Word
 
 // `Model` of row i of a summary block, and the short wording of the same rows.

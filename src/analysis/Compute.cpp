@@ -31,11 +31,18 @@ ComputeStatus Analysis::Compute() {
     NumberOfModels = ModelsToRun();
     CICritical = analysis::CICritical(CILevel);
     if (const ComputeStatus status = FindIndex(); status != ComputeStatus::Done) return status;
+    // A Mantel-Haenszel summary needs each study's own 2x2 table, which a
+    // mean of several rows does not have.
+    if (UseMH && selection.AnyMean()) {
+        prompter_.Message(IndexRefusedBox());
+        return ComputeStatus::MeanRefused;
+    }
     if (UseMH) LoadMHCells();
     if (Grouped() && !LoadGroups()) return ComputeStatus::NoGroupColumn;
 
     RestoreRows();
     RemoveStudies();
+    MergeLevels();
     InsertSummaryBlocks();
     // Made once the rows stand, so that a new column is born at its length.
     EnsureColumns();
@@ -161,27 +168,19 @@ void Analysis::SortRows() {
     vs.RebuildRows(source);
 }
 
-// Rows without a point or a variance of the index stay in the table, hidden,
-// with their reason. The user's own exclusions join here with the selection.
-void Analysis::RemoveStudies() {
-    constexpr std::uint8_t needed = Source::Point | Source::Variance;
-    for (int r = 0; r < vs.Rows(); ++r) {
-        if ((vs.sources[r] & needed) != needed) {
-            vs.hidden[r] = 1;
-            vs.hide[r] = HideReason::MissingData;
-        } else {
-            vs.hide[r] = HideReason::None;
-        }
-    }
-}
-
 // A block of ten rows after each group (when `groupBy` changes from one row
 // to the next) and one at the end for the total, all hidden for now.
 void Analysis::InsertSummaryBlocks() {
     const int rows = vs.Rows();
     std::vector<int> groupEnds;  // last row of each group, when there is a grouping
+    // A group whose rows were all left out or merged away gets no block.
+    int taking = 0;
     for (int r = 0; r < rows && Grouped(); ++r) {
-        if (r + 1 >= rows || vs.groupBy[r + 1] != vs.groupBy[r]) groupEnds.push_back(r);
+        if (vs.hidden[r] == 0) ++taking;
+        if (r + 1 >= rows || vs.groupBy[r + 1] != vs.groupBy[r]) {
+            if (taking > 0) groupEnds.push_back(r);
+            taking = 0;
+        }
     }
 
     struct Block {

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "analysis/Analysis.h"
+#include "analysis/Collapse.h"
 #include "analysis/ColumnKeys.h"
 #include "analysis/IndexChoice.h"
 #include "sheet/grid/Sheet.h"
@@ -70,6 +71,30 @@ void ReadSources(const sheet::Grid& g, int sheetRow, const IndexColumns& cols, W
     vs.variance[row] = variance;
 }
 
+// The "Effect direction" entry column of two groups' means: a study whose
+// direction was reversed in one subgroup cannot have its means rebuilt.
+int MeansDirectionColumn(const sheet::Grid& g) {
+    for (int c = 0; c < g.Cols(); ++c) {
+        if (g.TextIs(MetaRow::Function, c, "Data Entry") &&
+            g.TextIs(MetaRow::FormatName, c, "Mean, SD and sample size in each group") &&
+            g.TextIs(MetaRow::Attribute, c, "Effect direction"))
+            return c;
+    }
+    return -1;
+}
+
+std::int8_t MergeCodeOf(const sheet::Grid& g, int row, int mergeCol, int directionCol) {
+    double code = 0;
+    if (mergeCol < 0 || !g.At(row, mergeCol).TryNumber(code) || code < 0 || code > 10)
+        return MergeCode::NotSpecified;
+    if (code == MergeCode::RecreateMeansTwoGroup) {
+        double direction = 0;
+        if (directionCol < 0 || !g.At(row, directionCol).TryNumber(direction) || direction != 1)
+            return MergeCode::MiniMeta;
+    }
+    return static_cast<std::int8_t>(code);
+}
+
 }  // namespace
 
 std::string EntrySeqText(int n) {
@@ -111,6 +136,10 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
     for (std::size_t i = 0; i < pop.size(); ++i)
         vs.levelPresent[i] = pop[i] >= 0;
     const std::vector<int> entry = DataEntryCols(g);
+    selection = ReadSelection(g);
+    if (AdjustSelection) AdjustSelection(selection);
+    const int mergeCol = sheet.MergeTypeCol();
+    const int directionCol = MeansDirectionColumn(g);
     const std::optional<IndexMapping> mapping = MapIndex(DisplayIndex);
     sources_ = mapping ? FindIndexColumns(g, mapping->computation) : IndexColumns();
 
@@ -139,6 +168,7 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
         for (std::size_t i = 0; i < pop.size(); ++i)
             vs.population[i][row] = identity[i];
         ReadSources(g, r, sources_, vs, row);
+        vs.mergeCode[row] = MergeCodeOf(g, r, mergeCol, directionCol);
         ++row;
     }
     vs.SetRows(row);
@@ -217,6 +247,10 @@ void Analysis::LoadMHCells() {
 
 std::array<double, 4> Analysis::MHCells(int row) const {
     const int r = vs.sheetRow[row];
+    if (r < 0) {
+        const int slot = vs.mergedCells[row];
+        return slot >= 0 ? mergedMH_[static_cast<std::size_t>(slot)] : std::array<double, 4>{};
+    }
     if (r < 0 || SheetIndex(r) >= mhCells_.size()) return {};
     return mhCells_[SheetIndex(r)];
 }

@@ -52,7 +52,39 @@ std::optional<StatKey> ParseStatKey(std::string_view key) {
 }
 
 std::string_view HideWord(HideReason reason) {
-    return reason == HideReason::MissingData ? Word::MissingData : std::string_view();
+    switch (reason) {
+        case HideReason::None:
+            return {};
+        case HideReason::MissingData:
+            return Word::MissingData;
+        case HideReason::NoData:
+            return "No Data";
+        case HideReason::Combined:
+            return Word::Combined;
+        case HideReason::ExcludedByUser:
+            return "Excluded by user";
+        case HideReason::ExcludedBySequence:
+            return "Excluded by sequence";
+        case HideReason::NotSpecified:
+            return "Not specified";
+    }
+    return {};
+}
+
+std::string_view MergeWord(MergeKind kind) {
+    switch (kind) {
+        case MergeKind::None:
+            return {};
+        case MergeKind::MiniMeta:
+            return "Mini Meta";
+        case MergeKind::OneSubgroup:
+            return "One subgroup";
+        case MergeKind::CollapseCells:
+            return "Collapse cells";
+        case MergeKind::ReverseAnova:
+            return "Reverse anova";
+    }
+    return {};
 }
 
 double StatRef::Value(int row) const {

@@ -26,8 +26,19 @@ enum class RowKind : std::uint8_t { Study, Subgroup, Overall };
 // `Temp03`: the row kind the views go by; None for a hidden study row.
 enum class RowView : std::uint8_t { None, Study, Subgroup, Overall };
 // `HideCol`: why a row is out of the analysis.
-enum class HideReason : std::uint8_t { None, MissingData };
-std::string_view HideWord(HideReason reason);  // "" or "Missing Data"
+enum class HideReason : std::uint8_t {
+    None,
+    MissingData,
+    NoData,
+    Combined,
+    ExcludedByUser,
+    ExcludedBySequence,
+    NotSpecified,
+};
+std::string_view HideWord(HideReason reason);  // "" for None, else the word the views show
+// `SubGroup Merge`: how a merged study row was obtained.
+enum class MergeKind : std::uint8_t { None, MiniMeta, OneSubgroup, CollapseCells, ReverseAnova };
+std::string_view MergeWord(MergeKind kind);  // "", "Mini Meta", "One subgroup", ...
 
 // Which of the index's cells a row holds (an empty cell is absent; text that
 // is no number is present and reads as 0).
@@ -99,6 +110,15 @@ class WorkingTable {
     Column<std::uint8_t> sources{list_, 0};  // Source:: flags of the index's cells
     Column<double> point{list_, 0.0};        // through `colPointSource`
     Column<double> variance{list_, 0.0};     // through `colVarianceSource`
+
+    // `cMergeTypeCol`: the sheet's merge code of the row's format (MergeCode,
+    // Collapse.h); on an inserted row the code its merge used, and 0 (a
+    // meta-analysis of the rows) on a row of means whose direction was reversed.
+    Column<std::int8_t> mergeCode{list_, 0};
+    Column<MergeKind> merge{list_, MergeKind::None};  // `SubGroup Merge`
+    // On a row inserted for a study's subgroups, where its summed 2x2 cells
+    // are kept for a Mantel-Haenszel index; NoRow elsewhere.
+    Column<int> mergedCells{list_, NoRow};
 
     Column<std::uint8_t> hidden{list_, 0};
     Column<HideReason> hide{list_, HideReason::None};

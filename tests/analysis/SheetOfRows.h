@@ -20,12 +20,22 @@ struct RowValues {
     // The 2x2 cells (events and non-events of group 1, then of group 2); the
     // row's point and variance then serve the Mantel-Haenszel log odds ratio too.
     std::optional<std::array<double, 4>> cells = {};
+    // The cells of the subgroup, comparison, outcome and time-point columns,
+    // each column made when a row has a value for it.
+    std::array<std::string, 4> levels = {};
 };
 
 inline void FillSheet(sheet::Sheet& sheet, const std::vector<RowValues>& rows) {
     constexpr const char* kFormat = "Events and non-events in each group";
     sheet.InitializeGrid();
     const int studyCol = sheet.MakePop(1);
+    std::array<int, 4> levelCols{-1, -1, -1, -1};
+    for (std::size_t k = 0; k < levelCols.size(); ++k) {
+        for (const RowValues& row : rows) {
+            if (!row.levels[k].empty() && levelCols[k] < 0)
+                levelCols[k] = sheet.MakePop(static_cast<int>(k) + 2);
+        }
+    }
     sheet::DefineFormat(kFormat, sheet.Defined);
     sheet.CreateAll();
     sheet.CreateDisplayCols(kFormat);
@@ -35,6 +45,8 @@ inline void FillSheet(sheet::Sheet& sheet, const std::vector<RowValues>& rows) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const int r = sheet::FixedRowCount + static_cast<int>(i);
         sheet.SetText(r, studyCol, rows[i].study);
+        for (std::size_t k = 0; k < levelCols.size(); ++k)
+            if (levelCols[k] >= 0) sheet.SetText(r, levelCols[k], rows[i].levels[k]);
         if (rows[i].point) sheet.SetNumber(r, cols[sheet::AttrPoint], *rows[i].point);
         if (rows[i].variance) {
             sheet.SetNumber(r, cols[sheet::AttrVariance], *rows[i].variance);

@@ -38,6 +38,11 @@ TEST(BiasCommand, RefusalsInTheProgramsWords) {
          {},
          ExitRefused,
          "There must be at least three rows of data to run publication bias procedures"},
+        // Two studies left out by the selection leave too few.
+        {kFourStudies,
+         {"--exclude", "Study name=Aronson 1948", "--exclude", "Study name=Ferguson & Simes 1949"},
+         ExitRefused,
+         "There must be at least three rows of data to run publication bias procedures"},
         {kFourStudies,
          {"--alpha", "0.5"},
          ExitUsage,
