@@ -40,21 +40,6 @@ TEST(SettingsTest, AnEmptyStoreGivesEveryDefault) {
     EXPECT_EQ(RgbValue(0, 0, 140), settings.Integer("dBackColor(2)"));
 }
 
-TEST(SettingsTest, EveryKeyIsInTheTableOnceWithASection) {
-    int startup = 0;
-    for (const SettingKey& key : SettingsTable()) {
-        EXPECT_EQ(FindSetting(key.name), &key) << key.name;
-        EXPECT_TRUE(key.section == "Startup" || key.section == "StartUp" ||
-                    key.section == "Settings")
-            << key.name;
-        startup += key.section == "Startup" ? 1 : 0;
-    }
-    EXPECT_EQ(SettingsTable().front().name, "FudgeFactor");
-    EXPECT_EQ(FindSetting("mShowGuide")->section, "StartUp");
-    EXPECT_EQ(startup, 22);
-    EXPECT_EQ(FindSetting("NoSuchKey"), nullptr);
-}
-
 TEST(SettingsTest, KeysSpelledTwoWaysAreReadAndWrittenEachUnderItsOwn) {
     ports::MemorySettingsStore store;
     store.Set("Settings", "gSpnSpaceAddcols", "3");
