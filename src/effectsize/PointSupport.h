@@ -1,0 +1,40 @@
+#pragma once
+// What the procedures of computed effects share: the standard error from
+// confidence limits, from a given SE or from a variance.
+#include <initializer_list>
+#include <string>
+
+#include "effectsize/FormatRoles.h"
+#include "effectsize/Validators.h"
+
+namespace synthara::effectsize {
+
+// The normal deviate (ratios and differences) or the t-value of `df`
+// (means) that limits at `level` lie from the point.
+double CriticalZ(double level);
+double CriticalT(double level, double df);
+
+// The standard error from the limits entered, on the estimate's scale: one
+// limit's distance from the point, or half the width when both are there.
+double SEFromLimits(CILimits limits, double point, double lower, double upper, double critical);
+
+// The standard error of a point given with its SE or its variance.
+double GivenSE(sheet::PointForm form, const FormatRoles& roles);
+
+// A difference in means as the user gave it, with the t-value its limits
+// were read with.
+struct GivenPoint {
+    sheet::PointForm form = sheet::PointForm::StdErr;
+    CILimits limits = NoLimits;
+    double point = 0, se = 0, lower = 0, upper = 0, critical = 0;
+};
+// The trail of the index entered: its point and how its SE was found.
+void GivenPointTrail(const GivenPoint& given, std::string& trail);
+
+// A family's result refused after some indices were stored: none of them stands.
+void DiscardResults(WorkingSet& ws);
+
+// "Cannot compute without sample size." as the trail of each index.
+void NeedsSampleSize(WorkingSet& ws, std::initializer_list<int> indices);
+
+}  // namespace synthara::effectsize
