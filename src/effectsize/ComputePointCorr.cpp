@@ -194,13 +194,17 @@ void AddLines(std::string& t, std::initializer_list<std::string_view> lines) {
         AddFormula(t, line, "S");
 }
 
+constexpr int kMaxDf = 100000000;
+
 // d, g and the odds ratio from r; the odds ratio only while it stays finite.
 void Tail(const CorrRow& c, WorkingSet& ws, const ComputeOptions& options, const Slots& rowValues) {
     ws.SetResult(Ix::Correlation, c.r, c.rSE, c.rSE * c.rSE);
     ws.SetResult(Ix::FishersZ, c.z, c.zSE, c.zSE * c.zSE);
     const double d = stats::RToD(c.r), dSE = stats::RSEToDSE(c.r, c.rSE);
     ws.SetResult(Ix::StdDiffInMeans, d, dSE, dSE * dSE);
-    const int df = static_cast<int>(std::nearbyint(c.n - 2));
+    // A correlation of 0 with its t-value gives an N without end; J is then 1.
+    const double wholeDf = std::nearbyint(c.n - 2);
+    const int df = wholeDf < kMaxDf ? static_cast<int>(wholeDf) : kMaxDf;
     const double g = stats::DToG(d, df);
     const double gSE = stats::GSEFromD(d, dSE, df, true, options.GVarianceMethod);
     ws.SetResult(Ix::HedgesG, g, gSE, gSE * gSE);
