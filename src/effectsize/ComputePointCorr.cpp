@@ -112,7 +112,10 @@ bool Arithmetic(CorrEntry e, const FormatRoles& roles, CorrRow& c) {
     if (e == CorrEntry::PAndN)
         c.t = std::fabs(
             stats::VBDTIN(roles.Value(RoleKind::PValue) / roles.Value(RoleKind::Tails), c.n - 2));
-    if (e == CorrEntry::CorrAndT) c.n = 2 + (c.t * c.t * (1 - c.r * c.r) / (c.r * c.r));
+    if (e == CorrEntry::CorrAndT) {
+        c.n = 2 + (c.t * c.t * (1 - c.r * c.r) / (c.r * c.r));
+        if (c.n < 3) return false;
+    }
     if (e == CorrEntry::TAndN || e == CorrEntry::PAndN)
         c.r = std::sqrt(c.t * c.t / (c.t * c.t + (c.n - 2)));
     if (GivesSpread(e)) {
@@ -121,7 +124,6 @@ bool Arithmetic(CorrEntry e, const FormatRoles& roles, CorrRow& c) {
         const double rSq = c.r * c.r;
         c.n = ((1 - rSq) * (1 - rSq)) / (rSE * rSE) + 3;
     }
-    if (c.n < 3) return false;
     if (GivesZ(e)) {
         c.z = roles.Value(RoleKind::FisherZ);
         if (e == CorrEntry::ZAndN) {
@@ -189,11 +191,6 @@ constexpr Formula kLogOddsSE{"LogOddsSE = Sqr({PI} ^ 2 * {StdDiffSE} ^ 2 / 3)"};
 constexpr Formula kLogOddsVar{"LogOddsVariance = {LogOddsSE} ^ 2"};
 constexpr Formula kOddsRatio{"OddsRatio = Exp({LogOddsRatio})"};
 
-void AddLines(std::string& t, std::initializer_list<std::string_view> lines) {
-    for (std::string_view line : lines)
-        AddFormula(t, line, "S");
-}
-
 constexpr int kMaxDf = 100000000;
 
 // d, g and the odds ratio from r; the odds ratio only while it stays finite.
@@ -228,16 +225,16 @@ void Tail(const CorrRow& c, WorkingSet& ws, const ComputeOptions& options, const
                        &rowValues};
     std::string& dTrail = ws.EsFormula[Ix::StdDiffInMeans];
     AddFormula(dTrail, "Standardized mean difference (d)", "T");
-    AddLines(dTrail, {"Starting with Correlation or Fisher's Z",
+    AddSteps(dTrail, {"Starting with Correlation or Fisher's Z",
                       "First compute the correlation ratio, and then convert to d."});
     AddFormulaLines(
         dTrail, {{kStdDiff, dText}, {kStdDiffSE, dSEText}, {kStdDiffVar, G3(dSE * dSE)}}, values);
-    AddLines(dTrail,
+    AddSteps(dTrail,
              {"To display computation of Correlation,", "select 'Correlation' tab on this form."});
 
     std::string& gTrail = ws.EsFormula[Ix::HedgesG];
     AddFormula(gTrail, "Standardized mean difference corrected for bias (Hedges' g)", "T");
-    AddLines(gTrail, {"Starting with Correlation or Fisher's Z", "First compute the Correlation,",
+    AddSteps(gTrail, {"Starting with Correlation or Fisher's Z", "First compute the Correlation,",
                       "then convert to the Standardized mean difference (d),",
                       "then apply correction factor to get g.",
                       "This screen shows the last step in this process (d to g).",
@@ -256,7 +253,7 @@ void Tail(const CorrRow& c, WorkingSet& ws, const ComputeOptions& options, const
         AddFormula(o, "cannot be computed from entered data", "S");
         return;
     }
-    AddLines(o, {"Starting with Correlation or Fisher's Z", "First compute the Correlation,",
+    AddSteps(o, {"Starting with Correlation or Fisher's Z", "First compute the Correlation,",
                  "then convert to the Standardized mean difference (d),",
                  "then convert d to Log odds ratio.",
                  "This screen shows the last step in this process (d to g)",

@@ -4,7 +4,6 @@
 // paired d, r and Fisher's Z.
 #include <array>
 #include <cmath>
-#include <span>
 #include <string>
 #include <variant>
 
@@ -167,18 +166,14 @@ constexpr Formula kCorrSE{"CorrSE = Sqr(16 * {StdDiffSE} ^ 2 / (({StdDiff} ^ 2 +
 constexpr Formula kFisherZ{"FisherZ =  0.5 * Log((1 + {Corr}) / (1 - {Corr}))"};
 constexpr Formula kFisherZSE{"FisherZSE = {CorrSE} / (1 - {Corr} ^ 2)"};
 
-constexpr std::string_view kOpening[] = {
-    "Starting with Odds ratio and confidence interval,",
-    "the program computes the Log odds ratio",
-    "then converts that to a Standardized mean difference (d),",
-    "where d is standardized by the pooled SD within groups.",
-    "For details on the computation of Log odds ratio",
-    "or of d, select the corresponding tab in this window.",
-};
-
-void AddLines(std::string& t, std::span<const std::string_view> lines) {
-    for (std::string_view line : lines)
-        AddFormula(t, line, "S");
+// How d, and what follows from it, came from the odds ratio.
+void AddOpening(std::string& t) {
+    AddSteps(t, {"Starting with Odds ratio and confidence interval,",
+                 "the program computes the Log odds ratio",
+                 "then converts that to a Standardized mean difference (d),",
+                 "where d is standardized by the pooled SD within groups.",
+                 "For details on the computation of Log odds ratio",
+                 "or of d, select the corresponding tab in this window."});
 }
 
 // d, paired d, r and Fisher's Z from the log odds ratio.
@@ -217,11 +212,10 @@ void FromLogOdds(double logOdds, double se, WorkingSet& ws, const ComputeOptions
 
     std::string& p = ws.EsFormula[Ix::StdPairedDifference];
     AddFormula(p, "Paired standardized mean difference", "T");
-    AddLines(p, kOpening);
-    AddLines(p, std::array<std::string_view, 3>{
-                    "The program then imputes the value of d (paired).",
-                    "Assuming an imputed correlation between scores in the two groups,",
-                    "d(paired) is standardized by the SD of A minus B."});
+    AddOpening(p);
+    AddSteps(p, {"The program then imputes the value of d (paired).",
+                 "Assuming an imputed correlation between scores in the two groups,",
+                 "d(paired) is standardized by the SD of A minus B."});
     AddFormulaLines(
         p,
         {{kPaired, G3(paired)}, {kPairedSE, pairedSEText}, {kPairedVar, G3(pairedSE * pairedSE)}},
@@ -229,7 +223,7 @@ void FromLogOdds(double logOdds, double se, WorkingSet& ws, const ComputeOptions
 
     std::string& c = ws.EsFormula[Ix::Correlation];
     AddFormula(c, "Correlation (r) and Fisher's Z", "T");
-    AddLines(c, kOpening);
+    AddOpening(c);
     AddFormula(c, "Computation of Correlation", "T");
     AddFormulaLines(c, {{kCorr, corrText}, {kCorrSE, corrSEText}}, values);
     AddFormula(c, "Computation of Fisher's Z", "T");

@@ -85,46 +85,20 @@ void ComputePointTIndep(const sheet::FormatDef& format, WorkingSet& ws, ComputeC
     const FormatRoles roles(format, ws);
     const RoleKind pointKind = PointKind(layout->given);
     GivenPoint given{layout->form};
-    if (layout->form == PointForm::Limits) {
-        given.limits = CheckCI(CIKind::Raw, roles.Role(pointKind), roles.Role(RoleKind::LowerLimit),
-                               roles.Role(RoleKind::UpperLimit),
-                               roles.Role(RoleKind::ConfidenceLevel), ws, context.options);
-        CheckN1(roles.Role(RoleKind::TotalNA), ws);
-        CheckN2(roles.Role(RoleKind::TotalNB), ws);
-    } else {
-        CheckPoint(roles.Role(pointKind), ws);
-        CheckSe(
-            roles.Role(layout->form == PointForm::StdErr ? RoleKind::StdErr : RoleKind::Variance),
-            ws);
-        CheckN1Optional(roles.Role(RoleKind::TotalNA), ws);
-        CheckN2Optional(roles.Role(RoleKind::TotalNB), ws);
-    }
-    CheckDirection(roles.Role(RoleKind::EffectDirection), ws);
-    if (!ws.RowErrors.empty()) return;
+    if (!CheckGivenDifference(roles, pointKind, {RoleKind::TotalNA, RoleKind::TotalNB}, ws,
+                              context.options, given))
+        return;
 
     // The sizes count only as a pair.
     const double n1 = roles.Value(RoleKind::TotalNA), n2 = roles.Value(RoleKind::TotalNB);
     const double nTot = n1 >= 2 && n2 >= 2 ? n1 + n2 : 0;
-    const double df = nTot - 2;
     if (nTot > 0) {
         ws.SetPoint(Ix::N1, n1);
         ws.SetPoint(Ix::N2, n2);
         ws.SetPoint(Ix::N3, nTot);
     }
-    given.point = roles.Value(pointKind);
-    given.lower = roles.Value(RoleKind::LowerLimit);
-    given.upper = roles.Value(RoleKind::UpperLimit);
-    if (layout->form == PointForm::Limits) {
-        if (df < 1) {
-            AddErr(ws.RowErrors, "The sample size is too low");
-            return;
-        }
-        given.critical = CriticalT(roles.Value(RoleKind::ConfidenceLevel), df);
-        given.se =
-            SEFromLimits(given.limits, given.point, given.lower, given.upper, given.critical);
-    } else {
-        given.se = GivenSE(layout->form, roles);
-    }
+    const double df = nTot - 2;
+    if (!FindGivenSE(roles, df, ws, given)) return;
     const double point = ApplyDirection(given.point, roles.Value(RoleKind::EffectDirection));
     const double se = given.se;
     const int givenIndex = IndexOf(layout->given);

@@ -70,40 +70,14 @@ void ComputePointTPaired(const sheet::FormatDef& format, WorkingSet& ws, Compute
     const FormatRoles roles(format, ws);
     const bool raw = layout->given == MeansIndex::RawDifference;
     const RoleKind pointKind = raw ? RoleKind::MeanDifference : RoleKind::CohensD;
-    const int nRole = roles.Role(RoleKind::SampleSize);
     GivenPoint given{layout->form};
-    if (layout->form == PointForm::Limits) {
-        given.limits = CheckCI(CIKind::Raw, roles.Role(pointKind), roles.Role(RoleKind::LowerLimit),
-                               roles.Role(RoleKind::UpperLimit),
-                               roles.Role(RoleKind::ConfidenceLevel), ws, context.options);
-        CheckN1(nRole, ws);
-    } else {
-        CheckPoint(roles.Role(pointKind), ws);
-        CheckSe(
-            roles.Role(layout->form == PointForm::StdErr ? RoleKind::StdErr : RoleKind::Variance),
-            ws);
-        CheckN1Optional(nRole, ws);
-    }
-    CheckDirection(roles.Role(RoleKind::EffectDirection), ws);
-    if (!ws.RowErrors.empty()) return;
+    if (!CheckGivenDifference(roles, pointKind, {RoleKind::SampleSize}, ws, context.options, given))
+        return;
 
     const double n = roles.Value(RoleKind::SampleSize);
-    if (!ws.EntryMissing[static_cast<std::size_t>(nRole)]) ws.SetPoint(Ix::N3, n);
-    given.point = roles.Value(pointKind);
-    given.lower = roles.Value(RoleKind::LowerLimit);
-    given.upper = roles.Value(RoleKind::UpperLimit);
-    if (layout->form == PointForm::Limits) {
-        const double df = n - 1;
-        if (df < 1) {
-            AddErr(ws.RowErrors, "The sample size is too low");
-            return;
-        }
-        given.critical = CriticalT(roles.Value(RoleKind::ConfidenceLevel), df);
-        given.se =
-            SEFromLimits(given.limits, given.point, given.lower, given.upper, given.critical);
-    } else {
-        given.se = GivenSE(layout->form, roles);
-    }
+    if (!ws.EntryMissing[static_cast<std::size_t>(roles.Role(RoleKind::SampleSize))])
+        ws.SetPoint(Ix::N3, n);
+    if (!FindGivenSE(roles, n - 1, ws, given)) return;
     const double point = ApplyDirection(given.point, roles.Value(RoleKind::EffectDirection));
     const double se = given.se;
     const int givenIndex = raw ? Ix::DifferenceInMeans : Ix::StdPairedDifference;

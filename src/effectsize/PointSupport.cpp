@@ -32,6 +32,56 @@ double GivenSE(sheet::PointForm form, const FormatRoles& roles) {
                                               : roles.Value(sheet::RoleKind::StdErr);
 }
 
+bool CheckGivenDifference(const FormatRoles& roles, sheet::RoleKind pointKind,
+                          std::initializer_list<sheet::RoleKind> sizes, WorkingSet& ws,
+                          ComputeOptions& options, GivenPoint& given) {
+    using sheet::RoleKind;
+    const bool limits = given.form == sheet::PointForm::Limits;
+    if (limits) {
+        given.limits = CheckCI(CIKind::Raw, roles.Role(pointKind), roles.Role(RoleKind::LowerLimit),
+                               roles.Role(RoleKind::UpperLimit),
+                               roles.Role(RoleKind::ConfidenceLevel), ws, options);
+    } else {
+        CheckPoint(roles.Role(pointKind), ws);
+        // A variance at fault is told in the words for a standard error.
+        CheckSe(roles.Role(given.form == sheet::PointForm::StdErr ? RoleKind::StdErr
+                                                                  : RoleKind::Variance),
+                ws);
+    }
+    bool first = true;
+    for (RoleKind size : sizes) {
+        const int role = roles.Role(size);
+        if (limits && first)
+            CheckN1(role, ws);
+        else if (limits)
+            CheckN2(role, ws);
+        else if (first)
+            CheckN1Optional(role, ws);
+        else
+            CheckN2Optional(role, ws);
+        first = false;
+    }
+    CheckDirection(roles.Role(RoleKind::EffectDirection), ws);
+    given.point = roles.Value(pointKind);
+    given.lower = roles.Value(RoleKind::LowerLimit);
+    given.upper = roles.Value(RoleKind::UpperLimit);
+    return ws.RowErrors.empty();
+}
+
+bool FindGivenSE(const FormatRoles& roles, double df, WorkingSet& ws, GivenPoint& given) {
+    if (given.form != sheet::PointForm::Limits) {
+        given.se = GivenSE(given.form, roles);
+        return true;
+    }
+    if (df < 1) {
+        AddErr(ws.RowErrors, "The sample size is too low");
+        return false;
+    }
+    given.critical = CriticalT(roles.Value(sheet::RoleKind::ConfidenceLevel), df);
+    given.se = SEFromLimits(given.limits, given.point, given.lower, given.upper, given.critical);
+    return true;
+}
+
 void GivenPointTrail(const GivenPoint& g, std::string& t) {
     static constexpr Formula kFromLower{"PointSE = Abs({Point} - {Lower}) / {t-value}"};
     static constexpr Formula kFromUpper{"PointSE = Abs({Point} - {Upper}) / {t-value}"};

@@ -28,6 +28,18 @@ struct GivenPoint {
     CILimits limits = NoLimits;
     double point = 0, se = 0, lower = 0, upper = 0, critical = 0;
 };
+// Validates a difference in means given with limits (its sizes then
+// required) or with a standard error or variance (its sizes optional: the
+// first in words for the first size, a second in words for the second), and
+// the effect direction; true when the row stands. Reads the point and the
+// limits into `given`.
+bool CheckGivenDifference(const FormatRoles& roles, sheet::RoleKind pointKind,
+                          std::initializer_list<sheet::RoleKind> sizes, WorkingSet& ws,
+                          ComputeOptions& options, GivenPoint& given);
+// Its standard error: from the limits with the t-value of `df`, where a df
+// below 1 refuses the row; false when refused.
+bool FindGivenSE(const FormatRoles& roles, double df, WorkingSet& ws, GivenPoint& given);
+
 // The trail of the index entered: its point and how its SE was found.
 void GivenPointTrail(const GivenPoint& given, std::string& trail);
 

@@ -33,11 +33,6 @@ constexpr Formula kLogOddsVar{"LogOddsVariance =  {LogOddsSE} ^ 2"};
 constexpr Formula kPairedLogOddsVar{"LogOddsVariance = {LogOddsSE} ^ 2"};
 constexpr Formula kOddsRatio{"OddsRatio = Exp({LogOddsRatio})"};
 
-void AddSteps(std::string& trail, std::initializer_list<std::string_view> lines) {
-    for (std::string_view line : lines)
-        AddFormula(trail, line, "S");
-}
-
 // The lines that say which step of the sequence a tab shows.
 void AddSequence(std::string& trail, const ChainInput& in, std::string_view then,
                  std::string_view last) {

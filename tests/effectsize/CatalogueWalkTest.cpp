@@ -18,154 +18,63 @@ using sheet::RoleKind;
 
 // A value every validator accepts for a role of this meaning; limits are
 // made from the point.
-double Plausible(RoleKind kind) {
-    using enum RoleKind;
-    switch (kind) {
-        case EventsA:
-        case Events:
-        case PairsBothEvents:
-        case ExposedControls:
-            return 10;
-        case NonEventsA:
-        case NonEvents:
-        case UnexposedControls:
-            return 40;
-        case TotalNA:
-        case TotalNB:
-        case SampleSize:
-        case TotalCases:
-        case TotalControls:
-            return 50;
-        case RateA:
-        case EventRate:
-        case PropnControlsExposed:
-            return 0.2;
-        case EventsB:
-            return 15;
-        case NonEventsB:
-            return 35;
-        case RateB:
-            return 0.3;
-        case ExternalCorrelation:
-        case PrePostCorrelation:
-            return 0.5;
-        case PairsOnlyA:
-            return 5;
-        case PairsOnlyB:
-            return 8;
-        case PairsBothNonEvents:
-        case ExposedCases:
-            return 20;
-        case UnexposedCases:
-            return 30;
-        case PropnCasesExposed:
-            return 0.4;
-        case PersonYearsA:
-        case PersonYears:
-            return 100;
-        case PersonYearsB:
-            return 120;
-        case PYRateA:
-        case PYRate:
-            return 0.1;
-        case PYRateB:
-            return 0.12;
-        case Mean:
-        case MeanA:
-        case PostMean:
-        case PostMeanA:
-            return 10;
-        case SD:
-        case SDA:
-        case PreSD:
-        case PreSDA:
-        case PreSDB:
-        case ChangeSDA:
-        case ChangeSDB:
-            return 2;
-        case StdErr:
-            return 0.2;
-        case Variance:
-            return 0.04;
-        case ConfidenceLevel:
-            return 0.95;
-        case PetoOE:
-            return 2;
-        case PetoV:
-            return 5;
-        case ChiSquared:
-        case FValue:
-            return 4;
-        case EffectDirection:
-            return 3;  // positive: every format accepts it
-        case MeanB:
-        case PreMean:
-        case PreMeanA:
-        case PreMeanB:
-            return 8;
-        case SDB:
-            return 3;
-        case MeanDifference:
-        case MeanChangeA:
-            return 2;
-        case CommonSD:
-        case PostSD:
-        case PostSDA:
-        case PostSDB:
-            return 2.5;
-        case CohensD:
-        case HedgesG:
-        case LogRatio:
-            return 0.5;
-        case TValue:
-        case TChangeA:
-            return 3;
-        case PValue:
-        case PChangeB:
-            return 0.05;
-        case PChangeA:
-            return 0.01;
-        case Tails:
-            return 2;
-        case PostMeanB:
-            return 9;
-        case MeanChangeB:
-            return 1;
-        case TChangeB:
-            return 2;
-        case StandardizeBy:
-            return 1;
-        case Ratio:
-            return 2;
-        case PointEstimate:
-        case Correlation:
-        case FisherZ:
-            return 0.3;
-        case Rxx:
-            return 0.8;
-        case Ryy:
-            return 0.9;
-        case RangeRestriction:
-            return 0.7;
-        case LowerLimit:
-        case UpperLimit:
-        case None:
-            break;
-    }
+struct Plausible {
+    RoleKind kind;
+    double value;
+};
+// clang-format off
+constexpr Plausible kPlausible[] = {
+    {RoleKind::EventsA, 10}, {RoleKind::NonEventsA, 40}, {RoleKind::TotalNA, 50},
+    {RoleKind::RateA, 0.2}, {RoleKind::EventsB, 15}, {RoleKind::NonEventsB, 35},
+    {RoleKind::TotalNB, 50}, {RoleKind::RateB, 0.3}, {RoleKind::ExternalCorrelation, 0.5},
+    {RoleKind::PairsBothEvents, 10}, {RoleKind::PairsOnlyA, 5}, {RoleKind::PairsOnlyB, 8},
+    {RoleKind::PairsBothNonEvents, 20}, {RoleKind::ExposedCases, 20},
+    {RoleKind::UnexposedCases, 30}, {RoleKind::TotalCases, 50}, {RoleKind::PropnCasesExposed, 0.4},
+    {RoleKind::ExposedControls, 10}, {RoleKind::UnexposedControls, 40},
+    {RoleKind::TotalControls, 50}, {RoleKind::PropnControlsExposed, 0.2},
+    {RoleKind::PersonYearsA, 100}, {RoleKind::PersonYearsB, 120}, {RoleKind::PYRateA, 0.1},
+    {RoleKind::PYRateB, 0.12}, {RoleKind::Events, 10}, {RoleKind::NonEvents, 40},
+    {RoleKind::SampleSize, 50}, {RoleKind::EventRate, 0.2}, {RoleKind::PersonYears, 100},
+    {RoleKind::PYRate, 0.1}, {RoleKind::Mean, 10}, {RoleKind::SD, 2}, {RoleKind::StdErr, 0.2},
+    {RoleKind::Variance, 0.04}, {RoleKind::ConfidenceLevel, 0.95}, {RoleKind::PetoOE, 2},
+    {RoleKind::PetoV, 5}, {RoleKind::ChiSquared, 4},
+    {RoleKind::EffectDirection, 3},  // positive: every format accepts it
+    {RoleKind::MeanA, 10}, {RoleKind::SDA, 2}, {RoleKind::MeanB, 8}, {RoleKind::SDB, 3},
+    {RoleKind::MeanDifference, 2}, {RoleKind::CommonSD, 2.5}, {RoleKind::CohensD, 0.5},
+    {RoleKind::TValue, 3}, {RoleKind::PValue, 0.05}, {RoleKind::Tails, 2},
+    {RoleKind::PreMean, 8}, {RoleKind::PreSD, 2}, {RoleKind::PostMean, 10},
+    {RoleKind::PostSD, 2.5}, {RoleKind::PrePostCorrelation, 0.5}, {RoleKind::PreMeanA, 8},
+    {RoleKind::PreSDA, 2}, {RoleKind::PostMeanA, 10}, {RoleKind::PostSDA, 2.5},
+    {RoleKind::MeanChangeA, 2}, {RoleKind::ChangeSDA, 2}, {RoleKind::TChangeA, 3},
+    {RoleKind::PChangeA, 0.01}, {RoleKind::PreMeanB, 8}, {RoleKind::PreSDB, 2},
+    {RoleKind::PostMeanB, 9}, {RoleKind::PostSDB, 2.5}, {RoleKind::MeanChangeB, 1},
+    {RoleKind::ChangeSDB, 2}, {RoleKind::TChangeB, 2}, {RoleKind::PChangeB, 0.05},
+    {RoleKind::FValue, 4},
+    {RoleKind::StandardizeBy, 2},  // the change-score SD, which every format allows
+    {RoleKind::Ratio, 2}, {RoleKind::LogRatio, 0.5}, {RoleKind::PointEstimate, 0.3},
+    {RoleKind::HedgesG, 0.5}, {RoleKind::Correlation, 0.3}, {RoleKind::FisherZ, 0.3},
+    {RoleKind::Rxx, 0.8}, {RoleKind::Ryy, 0.9}, {RoleKind::RangeRestriction, 0.7},
+};
+// clang-format on
+
+double PlausibleValue(RoleKind kind) {
+    for (const Plausible& p : kPlausible)
+        if (p.kind == kind) return p.value;
+    ADD_FAILURE() << "no plausible value for a role's meaning";
     return 0;
 }
 
 std::vector<std::optional<double>> PlausibleRow(const sheet::FormatDef& format) {
     std::vector<std::optional<double>> row;
     const bool logs = format.procedure == sheet::Procedure::ComputePointLog;
-    const double point = format.roles.empty() ? 0 : Plausible(format.roles[0].kind);
+    const double point = format.roles.empty() ? 0 : PlausibleValue(format.roles[0].kind);
     for (const sheet::RoleDef& role : format.roles) {
         if (role.kind == RoleKind::LowerLimit)
             row.emplace_back(logs ? point / 2 : point - 1);
         else if (role.kind == RoleKind::UpperLimit)
             row.emplace_back(logs ? point * 2 : point + 1);
         else
-            row.emplace_back(Plausible(role.kind));
+            row.emplace_back(PlausibleValue(role.kind));
     }
     return row;
 }
@@ -173,7 +82,7 @@ std::vector<std::optional<double>> PlausibleRow(const sheet::FormatDef& format) 
 TEST(CatalogueWalk, EveryFormatYieldsItsPrimaryIndex) {
     for (const sheet::FormatDef& format : sheet::AllFormats()) {
         const std::string name(format.longName);
-        const Row row(name, PlausibleRow(format));
+        const OneRow row(name, PlausibleRow(format));
         // Corrections for artifacts were never finished: the format
         // computes nothing, and says nothing.
         if (name == "Correlation, sample size, and artifacts") {
@@ -199,14 +108,14 @@ TEST(CatalogueWalk, EveryFormatYieldsItsPrimaryIndex) {
         }
         EXPECT_TRUE(spread || format.displaySet.empty()) << name << " shows no standard error";
 
-        const Row empty(name, {});
+        const OneRow empty(name, {});
         EXPECT_TRUE(empty.ValidIndices().empty()) << name;
         EXPECT_TRUE(ComputesFormat(name)) << name;
     }
     for (const sheet::FormatDef& legacy : sheet::LegacyFormats())
         EXPECT_TRUE(ComputesFormat(legacy.longName)) << legacy.longName;
     const sheet::FormatDef& first = sheet::AllFormats()[0];
-    const Row unknown("Events and sample size in one group", PlausibleRow(first));
+    const OneRow unknown("Events and sample size in one group", PlausibleRow(first));
     EXPECT_TRUE(unknown.ValidIndices().empty());
     EXPECT_FALSE(ComputesFormat("Events and sample size in one group"));
 }
