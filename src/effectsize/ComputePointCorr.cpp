@@ -114,7 +114,8 @@ bool Arithmetic(CorrEntry e, const FormatRoles& roles, CorrRow& c) {
             stats::VBDTIN(roles.Value(RoleKind::PValue) / roles.Value(RoleKind::Tails), c.n - 2));
     if (e == CorrEntry::CorrAndT) {
         c.n = 2 + (c.t * c.t * (1 - c.r * c.r) / (c.r * c.r));
-        if (c.n < 3) return false;
+        // A correlation and a t-value of 0 give no N at all, which counts as too small.
+        if (!(c.n >= 3)) return false;
     }
     if (e == CorrEntry::TAndN || e == CorrEntry::PAndN)
         c.r = std::sqrt(c.t * c.t / (c.t * c.t + (c.n - 2)));
@@ -176,7 +177,7 @@ void CorrTrail(CorrEntry e, const CorrRow& c, const Slots& values, std::string& 
     if (e == CorrEntry::TAndN || e == CorrEntry::PAndN)
         AddFormulaLines(t, {{kCorrFromT, G3(c.r)}}, values);
     else if (GivesZ(e))
-        AddFormulaLines(t, {{kC, G3(std::exp(2 * c.z))}, {kCorrFromZ, G3(c.r)}}, values);
+        AddFormulaLines(t, {{kC, values.Find("C")}, {kCorrFromZ, G3(c.r)}}, values);
     else
         AddFormula(t, "Corr = Given", "S");
     AddFormulaLines(t, {{kCorrSE, G3(c.rSE)}}, values);
@@ -296,10 +297,11 @@ void ComputePointCorr(const sheet::FormatDef& format, WorkingSet& ws, ComputeCon
     c.r = ApplyDirection(c.r, direction);
     c.z = ApplyDirection(c.z, direction);
     const std::string rText = G3(c.r), nText = G1(c.n), tText = G3(c.t), zText = G3(c.z),
-                      zSEText = G3(c.zSE), rSEText = G3(c.rSE), rSqText = G3(c.r * c.r);
-    const Slots values{{"Corr", rText}, {"N", nText},           {"t-value", tText},
-                       {"Z", zText},    {"FisherZSE", zSEText}, {"CorrSE", rSEText},
-                       {"RSq", rSqText}};
+                      zSEText = G3(c.zSE), rSEText = G3(c.rSE), rSqText = G3(c.r * c.r),
+                      cText = G3(std::exp(2 * c.z));
+    const Slots values{
+        {"Corr", rText},        {"N", nText},        {"t-value", tText}, {"Z", zText},
+        {"FisherZSE", zSEText}, {"CorrSE", rSEText}, {"RSq", rSqText},   {"C", cText}};
     if (ws.BuildTrails) {
         CorrTrail(e, c, values, ws.EsFormula[Ix::Correlation]);
         ws.EsFormula[Ix::FishersZ] = ws.EsFormula[Ix::Correlation];

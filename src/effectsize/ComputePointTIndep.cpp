@@ -135,15 +135,7 @@ void ComputePointTIndep(const sheet::FormatDef& format, WorkingSet& ws, ComputeC
     ws.SetResult(Ix::StdDiffInMeans, d, dSE, dSE * dSE);
     PairedFromD(d, dSE, PairedWords{}, ws, context.options);
     const ChainInput chain{d, dSE, n1, n2, nTot, false, OddsLimit::RefuseAbove620};
-    CorrelationFromD(chain, ws);
-    if (!LogOddsFromD(chain, ws)) {
-        DiscardResults(ws);
-        return;
-    }
-    if (sized)
-        HedgesGFromD(chain, ws, context.options);
-    else
-        NeedsSampleSize(ws, {Ix::HedgesG});
+    ChainFromGivenD(chain, sized, ws, context.options);
 }
 
 }  // namespace synthara::effectsize

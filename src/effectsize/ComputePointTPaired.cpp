@@ -109,15 +109,7 @@ void ComputePointTPaired(const sheet::FormatDef& format, WorkingSet& ws, Compute
         PairedToDTrail(raw, pairedSE, context.options.ImputedR, dSE,
                        ws.EsFormula[Ix::StdDiffInMeans]);
     const ChainInput chain{d, dSE, 1, 1, n, true, OddsLimit::RefuseAbove620};
-    CorrelationFromD(chain, ws);
-    if (!LogOddsFromD(chain, ws)) {
-        DiscardResults(ws);
-        return;
-    }
-    if (sized)
-        HedgesGFromD(chain, ws, context.options);
-    else
-        NeedsSampleSize(ws, {Ix::HedgesG});
+    ChainFromGivenD(chain, sized, ws, context.options);
 }
 
 }  // namespace synthara::effectsize

@@ -121,6 +121,19 @@ void GivenPointTrail(const GivenPoint& g, std::string& t) {
         AddStep(t, {"PointSE = ", seText});
 }
 
+void ChainFromGivenD(const ChainInput& chain, bool sized, WorkingSet& ws,
+                     const ComputeOptions& options) {
+    CorrelationFromD(chain, ws);
+    if (!LogOddsFromD(chain, ws)) {
+        DiscardResults(ws);
+        return;
+    }
+    if (sized)
+        HedgesGFromD(chain, ws, options);
+    else
+        NeedsSampleSize(ws, {Ix::HedgesG});
+}
+
 void DiscardResults(WorkingSet& ws) {
     for (int i = 1; i <= IndexCount; ++i)
         ws.Es(4, i) = 0.0;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "effectsize/FormatRoles.h"
+#include "effectsize/StdDiffChain.h"
 #include "effectsize/Validators.h"
 
 namespace synthara::effectsize {
@@ -42,6 +43,12 @@ bool FindGivenSE(const FormatRoles& roles, double df, WorkingSet& ws, GivenPoint
 
 // The trail of the index entered: its point and how its SE was found.
 void GivenPointTrail(const GivenPoint& given, std::string& trail);
+
+// The chain from the d of a difference in means the user gave: r and Z,
+// the log odds ratio (whose refusal discards the whole row), and g only
+// where the sizes are known (`sized`).
+void ChainFromGivenD(const ChainInput& chain, bool sized, WorkingSet& ws,
+                     const ComputeOptions& options);
 
 // A family's result refused after some indices were stored: none of them stands.
 void DiscardResults(WorkingSet& ws);
