@@ -10,7 +10,7 @@
 namespace synthara::sheet {
 
 // The meaning of a role's value. Each family adds the meanings its
-// procedure reads; None is a role no built procedure reads yet.
+// procedure reads; None is the meaning of no role of the catalogue.
 enum class RoleKind : std::uint8_t {
     None,
     // Two-group event data, group A and group B.
