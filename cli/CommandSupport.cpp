@@ -7,7 +7,6 @@
 
 #include "cli/App.h"
 #include "cli/LocaleSeparators.h"
-#include "effectsize/Compute.h"
 #include "effectsize/Options.h"
 #include "sheet/import/ImportTable.h"
 #include "shell/FileKinds.h"
@@ -89,21 +88,7 @@ int OpenInput(const std::string& input, const std::string& format,
     // A project's rows already carry their formats: --format names none of them.
     if (!format.empty() && shell::IsProjectFile(input))
         err << "--format has no effect on a project file\n";
-    ReportUnbuiltFormats(document, err);
     return ExitDone;
-}
-
-void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err) {
-    std::vector<std::string> reported;
-    for (int i = 0; i < document.DataRows(); ++i) {
-        const std::string format = document.RowFormat(i);
-        if (format.empty() || effectsize::ProcedureBuilt(format) ||
-            std::find(reported.begin(), reported.end(), format) != reported.end())
-            continue;
-        err << "Rows in the data format \"" << format << "\" compute nothing: their computation"
-            << kNotBuilt << '\n';
-        reported.push_back(format);
-    }
 }
 
 namespace {

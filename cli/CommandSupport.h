@@ -35,10 +35,6 @@ int OpenInput(const std::string& input, const std::string& format,
               const sheet::NumberSeparators& separators, shell::Document& document,
               std::ostream& err, const std::vector<std::string>& options = {});
 
-// Says, for each data format of the rows read whose computation is not built
-// yet, that its rows compute nothing; the command goes on.
-void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err);
-
 // Set by the program's main: a command's project and analysis are then left
 // for the system to take back when the process ends, instead of being freed
 // cell by cell (a noticeable part of a second at a million rows). Callers

@@ -164,7 +164,7 @@ sheet::FileResult Document::Save(const std::filesystem::path& path) {
     // Opening computes every row again, so the display cells of the rows
     // this program computes are not written.
     const sheet::FileResult saved = sheet::SaveProjectFile(
-        sheet_, path, [](std::string_view format) { return effectsize::ProcedureBuilt(format); });
+        sheet_, path, [](std::string_view format) { return effectsize::ComputesFormat(format); });
     if (!saved.ok) return saved;
     project_.CurrentFilePath = path.string();
     project_.CurrentFileTitle = path.filename().string();
