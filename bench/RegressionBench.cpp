@@ -33,21 +33,32 @@ RegressionTable Studies(int k) {
     return table;
 }
 
-void BM_RegressionML(benchmark::State& state) {
+// One method's run on the studies; `steps` counts the steps it took.
+void RunMethod(benchmark::State& state, synthara::regression::Method method) {
     const RegressionTable studies = Studies(static_cast<int>(state.range(0)));
     int steps = 0;
     for (auto _ : state) {
         state.PauseTiming();
         RegressionTable table = studies;
         state.ResumeTiming();
-        auto result = synthara::regression::RunRegression(
-            std::move(table), synthara::regression::Method::MaximumLikelihood);
+        auto result = synthara::regression::RunRegression(std::move(table), method);
         steps = result.lastStep;
         benchmark::DoNotOptimize(result);
     }
     state.counters["steps"] = steps;
 }
+
+void BM_RegressionML(benchmark::State& state) {
+    RunMethod(state, synthara::regression::Method::MaximumLikelihood);
+}
 BENCHMARK(BM_RegressionML)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// A single step and the residuals: what each further step adds is the
+// difference from the run above, divided by its steps less one.
+void BM_RegressionFixed(benchmark::State& state) {
+    RunMethod(state, synthara::regression::Method::Fixed);
+}
+BENCHMARK(BM_RegressionFixed)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -7,7 +7,6 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/App.h"
-#include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
 #include "cli/JsonWriter.h"
 #include "effectsize/Trail.h"
@@ -143,29 +142,30 @@ int RunRegress(const RegressArgs& args, std::ostream& out, std::ostream& err) {
         method = found->method;
     }
 
-    CliPrompter prompter(err);
-    const CommandObject<shell::Document> held(prompter);
-    const CommandObject<analysis::Analysis> heldAnalysis(prompter);
-    analysis::Analysis& analysis = *heldAnalysis;
-    analysis.DisplayIndex = args.index;
-    if (const int status = OpenAndAnalyze(args.in, *held, analysis, err); status != ExitDone)
-        return status;
-    const sheet::Sheet& sheet = held->Sheet();
+    AnalysedInput input(err);
+    if (const int status = input.Run(args.in, args.index); status != ExitDone) return status;
+    analysis::Analysis& analysis = *input.analysis;
+    const sheet::Sheet& sheet = input.document->Sheet();
     if (args.predictor != regression::kNoPredictor &&
         regression::PredictorColumn(sheet.Flex(), args.predictor) < 0) {
         err << "--predictor: the sheet has no numeric moderator column \"" << args.predictor
-            << "\"\n";
+            << "\"";
+        const std::vector<std::string> offered = regression::LoadDropDown(sheet.Flex());
+        for (std::size_t i = 1; i < offered.size(); ++i)
+            err << (i == 1 ? "; it has \"" : ", \"") << offered[i] << '"';
+        err << '\n';
         return ExitRefused;
     }
     regression::Prepared prepared = regression::PrepareRegression(sheet, analysis, args.predictor);
     if (prepared.refusal) {
-        prompter.Message(*prepared.refusal);
+        input.prompter.Message(*prepared.refusal);
         return ExitRefused;
     }
     const regression::RegressionResult result =
         regression::RunRegression(std::move(prepared.table), method);
     if (result.failed) {
-        prompter.Message({std::string(regression::kRegressionTitle), regression::FailureLines()});
+        input.prompter.Message(
+            {std::string(regression::kRegressionTitle), regression::FailureLines()});
         return ExitRefused;
     }
     if (args.json) {

@@ -84,8 +84,8 @@ class RegressionTable {
 
   private:
     std::vector<double>& Mutable(Key key) { return cols_[static_cast<std::size_t>(key)]; }
-    // Sums a column into the totals row.
-    void ColSum(Key key);
+    // Writes a column's sum into the totals row.
+    void ColSum(Key key, double sum);
 
     std::array<std::vector<double>, KeyCount> cols_{};
     std::array<double, KeyCount> totals_{};

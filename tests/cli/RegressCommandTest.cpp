@@ -46,7 +46,8 @@ TEST(RegressCommand, RefusalsInTheProgramsWords) {
          "  There must be at least three rows of data to run meta regression\n"},
         {{"--predictor", "alloc"},
          ExitRefused,
-         "--predictor: the sheet has no numeric moderator column \"alloc\"\n"},
+         "--predictor: the sheet has no numeric moderator column \"alloc\"; it has \"lat\", "
+         "\"note\"\n"},
         {{"--predictor", "lat", "--method", "reml"},
          ExitUsage,
          "--method must be fixed, moments or ml\n"},
