@@ -1,5 +1,7 @@
 #include "cli/RegressCommand.h"
 
+#include <algorithm>
+#include <cmath>
 #include <ostream>
 #include <utility>
 #include <vector>
@@ -83,6 +85,35 @@ void PrintTables(const regression::RegressionResult& result, std::ostream& out) 
                          effectsize::FormatDecimals(b.tau2, 11)});
     }
     PrintColumns(lines, out, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14});
+}
+
+// Each study's effect, variance, predictor, weight, leverage and residuals,
+// in two sweeps so that a long table is never held as text.
+void PrintStudies(const regression::RegressionTable& table, std::ostream& out) {
+    using regression::Key;
+    constexpr Key keys[] = {Key::T, Key::V,     Key::X,        Key::w,     Key::h,
+                            Key::e, Key::eStud, Key::pvalStud, Key::eStan, Key::pvalStan};
+    const auto line = [&](int row) {
+        std::vector<std::string> cells = {table.ID[static_cast<std::size_t>(row)]};
+        for (const Key key : keys) {
+            const double value = table.Col(key)[static_cast<std::size_t>(row)];
+            cells.push_back(std::isnan(value) ? std::string() : Shown(value));
+        }
+        return cells;
+    };
+    std::vector<std::string> header = {std::string(regression::KeyName(Key::ID))};
+    for (const Key key : keys)
+        header.emplace_back(regression::KeyName(key));
+    std::vector<std::size_t> widths = ColumnWidths({header});
+    for (int row = 0; row < table.Rows(); ++row) {
+        const std::vector<std::string> cells = line(row);
+        for (std::size_t k = 0; k < cells.size(); ++k)
+            widths[k] = std::max(widths[k], cells[k].size());
+    }
+    const std::vector<std::size_t> right = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+    PrintLine(header, widths, out, right);
+    for (int row = 0; row < table.Rows(); ++row)
+        PrintLine(line(row), widths, out, right);
 }
 
 }  // namespace
@@ -176,6 +207,8 @@ int RunRegress(const RegressArgs& args, std::ostream& out, std::ostream& err) {
         << analysis.IndexLabel << "  (computed as " << analysis.ComputationIndex
         << "); predictor: " << args.predictor << "  (" << result.table.Rows() << " studies)\n\n";
     PrintTables(result, out);
+    out << '\n';
+    PrintStudies(result.table, out);
     return ExitDone;
 }
 

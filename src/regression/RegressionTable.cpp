@@ -23,12 +23,6 @@ double TwoTailedP(double z) {
     return 2 * (1 - stats::VBDNORDF(std::fabs(z)));
 }
 
-std::optional<Key> FindKey(std::string_view name) {
-    for (std::size_t i = 0; i < KeyCount; ++i)
-        if (KeyNames[i] == name) return static_cast<Key>(i);
-    return std::nullopt;
-}
-
 void RegressionTable::SetStudies(std::vector<std::string> names, std::vector<double> T,
                                  std::vector<double> V, std::vector<double> X) {
     ID = std::move(names);

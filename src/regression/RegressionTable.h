@@ -42,8 +42,10 @@ inline constexpr std::array<std::string_view, KeyCount> KeyNames = {
     "ID",   "Numstudies", "T",        "V",     "X",        "w",    "w^2",    "wx",
     "wx^2", "wT",         "wT^2",     "w^2x",  "w^2T",     "wxT",  "w^2x^2", "h",
     "e",    "eStud",      "pvalStud", "eStan", "pvalStan", "Dummy"};
-// The key of a name as the table shows it; nothing for another name.
-std::optional<Key> FindKey(std::string_view name);
+// A key's name as the table's header shows it.
+inline std::string_view KeyName(Key key) {
+    return KeyNames[static_cast<std::size_t>(key)];
+}
 
 // 2 * (1 - F(|z|)) of the standard normal F: the p-values the tables show.
 double TwoTailedP(double z);

@@ -82,7 +82,8 @@ TEST(RegressCommand, ReadableTables) {
     ASSERT_EQ(ran.status, ExitDone) << ran.err;
     for (const char* text :
          {"Mixed effects regression (method of moments)\n", "predictor: lat  (5 studies)",
-          "Point estimate", "Z-value", "p-Value", "Tau-squared", "Residual", "Method of moments"})
+          "Point estimate", "Z-value", "p-Value", "Tau-squared", "Residual", "Method of moments",
+          "pvalStan", "Aronson 1948"})
         EXPECT_NE(ran.out.find(text), std::string::npos) << text;
 }
 

@@ -167,13 +167,5 @@ TEST(RunRegression, ResultTables) {
               "Mixed effects regression (unrestricted maximum likelihood)");
 }
 
-TEST(RegressionTable, KeysInTheirOrder) {
-    EXPECT_EQ(FindKey("w^2x^2"), Key::w2x2);
-    EXPECT_EQ(FindKey("Dummy"), Key::Dummy);
-    EXPECT_EQ(FindKey("ID"), Key::ID);
-    EXPECT_FALSE(FindKey("w2"));
-    EXPECT_EQ(KeyNames[static_cast<std::size_t>(Key::pvalStan)], "pvalStan");
-}
-
 }  // namespace
 }  // namespace synthara::regression
