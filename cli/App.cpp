@@ -1,5 +1,6 @@
 #include "cli/App.h"
 
+#include <array>
 #include <exception>
 #include <new>
 #include <optional>
@@ -13,6 +14,7 @@
 #include "cli/BiasCommand.h"
 #include "cli/ComputeCommand.h"
 #include "cli/ConvertCommand.h"
+#include "cli/RegressCommand.h"
 #include "sheet/files/Project.h"
 
 namespace synthara::cli {
@@ -21,7 +23,7 @@ namespace {
 // The commands and options of the command line that this version does not
 // have yet. An option is named with its command, or with "" for every
 // command that reads INPUT.
-constexpr std::string_view kPlannedCommands[] = {"regress"};
+constexpr std::array<std::string_view, 0> kPlannedCommands{};
 constexpr std::pair<std::string_view, std::string_view> kPlannedOptions[] = {
     {"", "--option"}, {"analyze", "--tau2"}, {"analyze", "--hksj"}};
 
@@ -77,6 +79,8 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
     auto* analyzeCmd = AddAnalyzeCommand(app, analyze);
     BiasArgs bias;
     auto* biasCmd = AddBiasCommand(app, bias);
+    RegressArgs regress;
+    auto* regressCmd = AddRegressCommand(app, regress);
     ConvertArgs convert;
     auto* convertCmd = AddConvertCommand(app, convert);
 
@@ -96,6 +100,7 @@ int Run(const std::vector<std::string>& args, std::ostream& out, std::ostream& e
         if (computeCmd->parsed()) return RunCompute(compute, out, err);
         if (analyzeCmd->parsed()) return RunAnalyze(analyze, out, err);
         if (biasCmd->parsed()) return RunBias(bias, out, err);
+        if (regressCmd->parsed()) return RunRegress(regress, out, err);
         if (convertCmd->parsed()) return RunConvert(convert, out, err);
     } catch (const std::bad_alloc&) {
         err << sheet::NotEnoughMemoryToRead << '\n';

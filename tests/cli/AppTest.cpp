@@ -16,8 +16,6 @@ TEST(App, SaysWhatIsNotBuiltYet) {
         std::vector<std::string> args;
         const char* err;  // "" for a plain usage error
     } cases[] = {
-        {{"regress", path, "--predictor", "x"},
-         "The command \"regress\" is not built in this version\n"},
         {{"analyze", path, "--tau2=REML"},
          "The option --tau2 of \"analyze\" is not built in this version\n"},
         {{"biass", path}, ""},
