@@ -9,6 +9,7 @@
 #include "cli/LocaleSeparators.h"
 #include "effectsize/Compute.h"
 #include "effectsize/Options.h"
+#include "effectsize/Trail.h"
 #include "sheet/import/ImportTable.h"
 #include "shell/FileKinds.h"
 
@@ -122,6 +123,10 @@ void KeepToExit(const void* object) {
     // Never freed, so that what it holds stays reachable to leak checkers.
     static auto* const kept = new std::vector<const void*>;
     kept->push_back(object);
+}
+
+std::string Decimals(const std::optional<double>& value, int digits) {
+    return value ? effectsize::FormatDecimals(*value, digits) : std::string();
 }
 
 std::string Pad(std::string text, std::size_t width) {

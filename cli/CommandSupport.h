@@ -2,6 +2,7 @@
 // What the commands share: opening the input and the layout of readable tables.
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -67,6 +68,9 @@ class CommandObject {
   private:
     std::unique_ptr<T> object_;
 };
+
+// A number with `digits` decimals, "" for none.
+std::string Decimals(const std::optional<double>& value, int digits);
 
 // `text` filled with blanks to `width` characters.
 std::string Pad(std::string text, std::size_t width);

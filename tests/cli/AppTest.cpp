@@ -18,8 +18,6 @@ TEST(App, SaysWhatIsNotBuiltYet) {
     } cases[] = {
         {{"regress", path, "--predictor", "x"},
          "The command \"regress\" is not built in this version\n"},
-        {{"analyze", path, "--tau2=REML"},
-         "The option --tau2 of \"analyze\" is not built in this version\n"},
         {{"biass", path}, ""},
         {{"analyze", path, "--rnu", "all"}, ""},
         {{"compute", path, "--run", "all"}, ""},  // --run is analyze's alone
