@@ -9,8 +9,12 @@
 namespace synthara::cli {
 
 void PrintRandomModel(const analysis::AnalysisResult& r, bool grouped, std::ostream& out) {
-    std::vector<std::string> head = {"Model", "Number Studies", "Prediction lower",
-                                     "Prediction upper", "Tau Squared lower", "Tau Squared upper"};
+    std::vector<std::string> head = {"Model",
+                                     "Number Studies",
+                                     "Prediction lower",
+                                     "Prediction upper",
+                                     "Tau Squared lower",
+                                     "Tau Squared upper"};
     if (grouped) head.insert(head.begin() + 1, "Group");
     std::vector<std::vector<std::string>> lines = {head};
     std::vector<std::string> fellBack;

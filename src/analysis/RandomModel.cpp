@@ -63,8 +63,8 @@ void AdjustLimits(SummaryResult& s, Transform transform, double level) {
     if (s.k < 2 || !s.estimate.point || !s.estimate.variance) return;
     const double df = s.k - 1;
     const double variance = s.q.value_or(0) / df * *s.estimate.variance;
-    s.estimate = MakeEstimate(*s.estimate.point, variance, transform,
-                              stats::VBDTIN(0.5 + level / 2, df));
+    s.estimate =
+        MakeEstimate(*s.estimate.point, variance, transform, stats::VBDTIN(0.5 + level / 2, df));
     if (s.estimate.z) s.estimate.p = Finite(2 * stats::VBDTDF(-std::fabs(*s.estimate.z), df));
 }
 
@@ -155,8 +155,7 @@ void AddRandomModelFigures(const Analysis& analysis, AnalysisResult& result) {
         s.tau2Lower = limits.lower;
         s.tau2Upper = limits.upper;
         if (options.hksj) AdjustLimits(s, result.transform, result.ciLevel);
-        AddPredictionInterval(s, std::isfinite(tau2) ? tau2 : 0, result.transform,
-                              result.ciLevel);
+        AddPredictionInterval(s, std::isfinite(tau2) ? tau2 : 0, result.transform, result.ciLevel);
     }
 }
 

@@ -76,10 +76,10 @@ struct AnalysisResult {
     double ciLevel = DefaultCILevel;
     Tau2Method tau2Method = Tau2Method::DL;  // the random model's estimator
     bool hksj = false;                       // its limits adjusted, t on k - 1 df
-    std::array<bool, 5> levelPresent{};    // which identifying columns the table has
-    std::vector<StudyResult> studies;      // in display order, valid or not; CollectResult only
-    std::vector<SummaryResult> summaries;  // the model rows on show, by model, groups then total
-    std::vector<BetweenResult> between;    // with a grouping, each model on show
+    std::array<bool, 5> levelPresent{};      // which identifying columns the table has
+    std::vector<StudyResult> studies;        // in display order, valid or not; CollectResult only
+    std::vector<SummaryResult> summaries;    // the model rows on show, by model, groups then total
+    std::vector<BetweenResult> between;      // with a grouping, each model on show
 };
 
 // The point with its limits and test at the critical value, on both scales.
