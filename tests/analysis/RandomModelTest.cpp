@@ -1,17 +1,15 @@
 // The random model's choices inside a run: which blocks take the chosen
 // estimator, what a failure leaves, the adjusted limits and the prediction
-// interval at small k, and the choices kept in the project file.
+// interval at small k, and the choices the sheet keeps.
 #include "analysis/RandomModel.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <filesystem>
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "AnalysisFixture.h"
-#include "sheet/files/ProjectFile.h"
+#include "sheet/grid/MetaRows.h"
 #include "stats/Distributions.h"
 #include "support/Tolerance.h"
 
@@ -110,28 +108,17 @@ TEST(RandomModel, SmallBlocksGetWhatTheirDfAllow) {
     }
 }
 
-TEST(RandomModel, TheChoicesTravelWithTheProjectFile) {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                       ("synthara-random-" + std::to_string(::getpid()) + ".syn");
+// A run takes the choices the sheet keeps; the classic ones leave the cells
+// blank, as an older file has them.
+TEST(RandomModel, ARunTakesTheChoicesTheSheetKeeps) {
     AnalysisFixture f(TwoArms());
     EXPECT_EQ(ReadRandomModel(f.sheet.Flex()).tau2, Tau2Method::DL);
     WriteRandomModel(f.sheet, {Tau2Method::PM, true, {}});
-    ASSERT_TRUE(sheet::SaveProjectFile(f.sheet, path).ok);
-
-    AnalysisFixture reopened({});
-    ASSERT_TRUE(sheet::LoadProjectFile(reopened.sheet, path).ok);
-    std::filesystem::remove(path);
-    const RandomModelOptions read = ReadRandomModel(reopened.sheet.Flex());
-    EXPECT_EQ(read.tau2, Tau2Method::PM);
-    EXPECT_TRUE(read.hksj);
-    // A run takes them without being told.
-    reopened.analysis.DisplayIndex = "Odds ratio";
-    const AnalysisResult r = reopened.Run();
-    ASSERT_EQ(reopened.status, ComputeStatus::Done);
+    const AnalysisResult r = f.Run();
+    ASSERT_EQ(f.status, ComputeStatus::Done);
     EXPECT_EQ(FindSummary(r, "Random")->tau2Method, "PM");
     EXPECT_TRUE(r.hksj);
 
-    // The classic choices leave the cells blank, as an older file has them.
     WriteRandomModel(f.sheet, {});
     const int col = f.sheet.SettingsCol();
     EXPECT_TRUE(f.sheet.Flex().IsBlank(sheet::SettingsRow::Tau2Method, col));
