@@ -187,9 +187,7 @@ void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::os
         for (std::size_t k = 0; k < line.size() && k < widths.size(); ++k)
             widths[k] = std::max(widths[k], line[k].size());
     });
-    std::vector<std::size_t> right;
-    for (std::size_t k = firstNumber; k < head.size(); ++k)
-        right.push_back(k);
+    const std::vector<std::size_t> right = ColumnRange(firstNumber, head.size());
     PrintLine(head, widths, out, right);
     analysis::ForEachStudy(analysis, [&](const analysis::StudyResult& s) {
         lineOf(s, line);
@@ -226,9 +224,7 @@ void PrintSummaries(const AnalysisResult& r, bool grouped, std::ostream& out) {
         if (grouped) line.insert(line.begin() + 1, s.group);
         lines.push_back(std::move(line));
     }
-    std::vector<std::size_t> right;
-    for (std::size_t k = grouped ? 2 : 1; k < head.size(); ++k)
-        right.push_back(k);
+    const std::vector<std::size_t> right = ColumnRange(grouped ? 2 : 1, head.size());
     PrintColumns(lines, out, right);
 }
 

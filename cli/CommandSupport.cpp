@@ -129,6 +129,13 @@ std::string Decimals(const std::optional<double>& value, int digits) {
     return value ? effectsize::FormatDecimals(*value, digits) : std::string();
 }
 
+std::vector<std::size_t> ColumnRange(std::size_t first, std::size_t end) {
+    std::vector<std::size_t> columns;
+    for (std::size_t k = first; k < end; ++k)
+        columns.push_back(k);
+    return columns;
+}
+
 std::string Pad(std::string text, std::size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');
     return text;

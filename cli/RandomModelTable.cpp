@@ -31,9 +31,7 @@ void PrintRandomModel(const analysis::AnalysisResult& r, bool grouped, std::ostr
         if (s.tau2Method != analysis::Tau2MethodWord(r.tau2Method)) fellBack.push_back(s.group);
     }
     if (lines.size() == 1) return;
-    std::vector<std::size_t> right;
-    for (std::size_t k = grouped ? 2 : 1; k < head.size(); ++k)
-        right.push_back(k);
+    const std::vector<std::size_t> right = ColumnRange(grouped ? 2 : 1, head.size());
     PrintColumns(lines, out, right);
 
     const std::string level = std::to_string(static_cast<int>(r.ciLevel * 100 + 0.5)) + "%";

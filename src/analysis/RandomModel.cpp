@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
+#include "analysis/Selection.h"
 #include "sheet/grid/MetaRows.h"
 #include "stats/Distributions.h"
 
@@ -19,15 +20,6 @@ using sheet::SettingsRow;
 std::optional<double> Finite(double value) {
     if (!std::isfinite(value)) return std::nullopt;
     return value;
-}
-
-// Writes `text`, or clears the cell for "", touching only what changes.
-void PutText(sheet::Sheet& sheet, int row, int col, const std::string& text) {
-    if (text.empty()) {
-        if (!sheet.Flex().IsBlank(row, col)) sheet.ClearCell(row, col);
-    } else if (!sheet.Flex().TextIs(row, col, text)) {
-        sheet.SetText(row, col, text);
-    }
 }
 
 // The effects and variances of run 1's rows in each block, by the block's

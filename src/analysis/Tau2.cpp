@@ -14,8 +14,24 @@ namespace synthara::analysis {
 
 namespace {
 
-constexpr std::array<Tau2Method, 6> kMethods = {Tau2Method::DL, Tau2Method::REML, Tau2Method::ML,
-                                                Tau2Method::PM, Tau2Method::HE,   Tau2Method::SJ};
+struct MethodWords {
+    Tau2Method method;
+    std::string_view word, name;
+};
+
+// In the order of the enum.
+constexpr std::array<MethodWords, 6> kMethods = {{
+    {Tau2Method::DL, "DL", "DerSimonian-Laird (method of moments)"},
+    {Tau2Method::REML, "REML", "restricted maximum likelihood"},
+    {Tau2Method::ML, "ML", "maximum likelihood"},
+    {Tau2Method::PM, "PM", "Paule-Mandel"},
+    {Tau2Method::HE, "HE", "Hedges (unweighted method of moments)"},
+    {Tau2Method::SJ, "SJ", "Sidik-Jonkman"},
+}};
+
+const MethodWords& WordsOf(Tau2Method method) {
+    return kMethods[static_cast<std::size_t>(method)];
+}
 
 // The sums of one pass with weights 1 / (v + tau2).
 struct WeightedSums {
@@ -163,39 +179,11 @@ char Upper(char c) {
 }  // namespace
 
 std::string_view Tau2MethodWord(Tau2Method method) {
-    switch (method) {
-        case Tau2Method::REML:
-            return "REML";
-        case Tau2Method::ML:
-            return "ML";
-        case Tau2Method::PM:
-            return "PM";
-        case Tau2Method::HE:
-            return "HE";
-        case Tau2Method::SJ:
-            return "SJ";
-        case Tau2Method::DL:
-            break;
-    }
-    return "DL";
+    return WordsOf(method).word;
 }
 
 std::string_view Tau2MethodName(Tau2Method method) {
-    switch (method) {
-        case Tau2Method::REML:
-            return "restricted maximum likelihood";
-        case Tau2Method::ML:
-            return "maximum likelihood";
-        case Tau2Method::PM:
-            return "Paule-Mandel";
-        case Tau2Method::HE:
-            return "Hedges (unweighted method of moments)";
-        case Tau2Method::SJ:
-            return "Sidik-Jonkman";
-        case Tau2Method::DL:
-            break;
-    }
-    return "DerSimonian-Laird (method of moments)";
+    return WordsOf(method).name;
 }
 
 std::string Tau2ConvergenceRule(Tau2Method method, const Tau2Control& control) {
@@ -218,8 +206,8 @@ std::string Tau2ConvergenceRule(Tau2Method method, const Tau2Control& control) {
 std::optional<Tau2Method> ParseTau2Method(std::string_view word) {
     std::string upper(word);
     std::transform(upper.begin(), upper.end(), upper.begin(), Upper);
-    for (Tau2Method m : kMethods) {
-        if (Tau2MethodWord(m) == upper) return m;
+    for (const MethodWords& m : kMethods) {
+        if (m.word == upper) return m.method;
     }
     return std::nullopt;
 }
