@@ -108,6 +108,32 @@ TEST(RandomModel, SmallBlocksGetWhatTheirDfAllow) {
     }
 }
 
+// Each pass of the omit-one and cumulative runs is the analysis of its rows
+// with the chosen estimator.
+TEST(RandomModel, TheSensitivityRunsUseTheEstimator) {
+    const std::vector<RowValues> rows = {
+        {"A", 0.1, 0.04}, {"B", 0.9, 0.09}, {"C", -0.2, 0.05}, {"D", 0.8, 0.10}, {"E", 0.3, 0.02}};
+    for (int run : {2, 3}) {
+        SCOPED_TRACE(run);
+        AnalysisFixture f(rows);
+        Choose(f.analysis, Tau2Method::REML);
+        f.analysis.RunOptions = {false, run == 2, run == 3};
+        f.Run();
+        std::vector<double> points;
+        ForEachPass(f.analysis, run, [&](const PassResult& p) {
+            if (p.model == 2) points.push_back(*p.estimate.point);
+        });
+        ASSERT_EQ(points.size(), rows.size());
+        // The pass that leaves out B, or that takes A to D.
+        std::vector<RowValues> kept = rows;
+        kept.erase(run == 2 ? kept.begin() + 1 : kept.begin() + 4);
+        AnalysisFixture alone(kept);
+        Choose(alone.analysis, Tau2Method::REML);
+        const double expected = *FindSummary(alone.Run(), "Random")->estimate.point;
+        EXPECT_TRUE(IsNear(points[run == 2 ? 1 : 3], expected, 1e-12));
+    }
+}
+
 // A run takes the choices the sheet keeps; the classic ones leave the cells
 // blank, as an older file has them.
 TEST(RandomModel, ARunTakesTheChoicesTheSheetKeeps) {
