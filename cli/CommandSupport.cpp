@@ -8,6 +8,7 @@
 #include "cli/App.h"
 #include "cli/LocaleSeparators.h"
 #include "effectsize/Options.h"
+#include "effectsize/Trail.h"
 #include "sheet/import/ImportTable.h"
 #include "shell/FileKinds.h"
 
@@ -107,6 +108,17 @@ void KeepToExit(const void* object) {
     // Never freed, so that what it holds stays reachable to leak checkers.
     static auto* const kept = new std::vector<const void*>;
     kept->push_back(object);
+}
+
+std::string Decimals(const std::optional<double>& value, int digits) {
+    return value ? effectsize::FormatDecimals(*value, digits) : std::string();
+}
+
+std::vector<std::size_t> ColumnRange(std::size_t first, std::size_t end) {
+    std::vector<std::size_t> columns;
+    for (std::size_t k = first; k < end; ++k)
+        columns.push_back(k);
+    return columns;
 }
 
 std::string Pad(std::string text, std::size_t width) {

@@ -2,6 +2,7 @@
 // What the commands share: opening the input and the layout of readable tables.
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,6 +64,12 @@ class CommandObject {
   private:
     std::unique_ptr<T> object_;
 };
+
+// A number with `digits` decimals, "" for none.
+std::string Decimals(const std::optional<double>& value, int digits);
+
+// The column indices first..end - 1, as PrintColumns takes those it aligns right.
+std::vector<std::size_t> ColumnRange(std::size_t first, std::size_t end);
 
 // `text` filled with blanks to `width` characters.
 std::string Pad(std::string text, std::size_t width);

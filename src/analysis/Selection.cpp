@@ -65,14 +65,6 @@ std::string LevelWord(int level) {
     return word;
 }
 
-void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
-    if (text.empty()) {
-        if (!sheet.Flex().IsBlank(row, col)) sheet.ClearCell(row, col);
-    } else if (!sheet.Flex().TextIs(row, col, text)) {
-        sheet.SetText(row, col, std::move(text));
-    }
-}
-
 }  // namespace
 
 std::vector<std::string> SplitText(std::string_view text, char separator) {
@@ -151,6 +143,14 @@ void WriteSelection(sheet::Sheet& sheet, const Selection& selection) {
             }
             PutText(sheet, ExcludedRow, c, std::move(excluded));
         }
+    }
+}
+
+void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
+    if (text.empty()) {
+        if (!sheet.Flex().IsBlank(row, col)) sheet.ClearCell(row, col);
+    } else if (!sheet.Flex().TextIs(row, col, text)) {
+        sheet.SetText(row, col, std::move(text));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "analysis/Analysis.h"
+#include "analysis/RandomModel.h"
 #include "effectsize/Compute.h"
 #include "sheet/blocks/CellBorders.h"
 #include "sheet/files/ProjectFile.h"
@@ -133,6 +134,11 @@ bool Document::SetOptions(const effectsize::ComputeOptions& options) {
     SetDirty(true);
     NotifyCells({DataArea()});
     return true;
+}
+
+void Document::SetRandomModel(const analysis::RandomModelOptions& options) {
+    analysis::WriteRandomModel(sheet_, options);
+    SetDirty(true);
 }
 
 bool Document::EditCell(int row, int col, std::string text) {
