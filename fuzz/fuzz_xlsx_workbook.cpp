@@ -9,9 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "effectsize/Compute.h"
-#include "ports/Prompter.h"
-#include "sheet/import/ImportTable.h"
+#include "ImportAndCompute.h"
 #include "sheet/import/XlsxWorkbook.h"
 #include "support/XlsxParts.h"
 
@@ -45,16 +43,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         cells += row.size();
     if (cells > request.limits.tableCells || read.table.places != sheet::PlaceNames::Cells)
         __builtin_trap();
-    // Large tables only repeat what small ones find, slowly.
-    if (read.table.rows.size() > 64) return 0;
-    ports::SilentPrompter prompter;
-    sheet::Sheet sheet(prompter);
-    const auto imported =
-        sheet::ImportTable(sheet, read.table, "Events and sample size in each group", "fuzz.xlsx");
-    if (!imported.ok || imported.dataRows == 0) return 0;
-    effectsize::ComputeOptions options;
-    effectsize::ComputeContext context{options, prompter};
-    effectsize::Compute(sheet, sheet::FixedRowCount, sheet::FixedRowCount + imported.dataRows - 1,
-                        context);
+    fuzz::ImportAndCompute(read.table, "fuzz.xlsx");
     return 0;
 }

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "CliRun.h"
+#include "ports/Prompter.h"
+#include "shell/Document.h"
 #include "support/XlsxParts.h"
 
 namespace synthara::cli {
@@ -61,6 +63,26 @@ TEST(WorkbookInput, WorkbooksComputeTheRowsOfTheirText) {
     EXPECT_EQ(converted.out, "Wrote " + syn + " (13 rows)\n");
     EXPECT_EQ(RunCli({"compute", syn, "--json"}).out,
               RunCli({"compute", kCsv, "--format", kFormat, "--json"}).out);
+}
+
+// What the desktop's import dialog will ask of the open project: another
+// sheet than the first, and the first row as data.
+TEST(WorkbookInput, TheProjectOpensTheSheetChosen) {
+    std::vector<std::string> shared;
+    const std::string data = testsupport::SheetDataOf(CsvRows(), shared);
+    const std::string path = WriteFile(
+        "chosen.xlsx", testsupport::XlsxBytes(
+                           {{"Notes", "<row><c><v>1</v></c></row>"}, {"Trials", data}}, shared));
+    ports::SilentPrompter prompter;
+    shell::Document document(prompter);
+    shell::OpenSettings settings = shell::OpenSettings::ForFormat(kFormat);
+    EXPECT_FALSE(document.Open(path, settings).ok());
+    settings.table.sheet.name = "Trials";
+    const auto opened = document.Open(path, settings);
+    ASSERT_TRUE(opened.ok()) << opened.message;
+    EXPECT_EQ(document.DataRows(), 13);
+    settings.table.firstRowTitles = false;
+    EXPECT_EQ(document.Open(path, settings).message, path + ": there is no \"Study name\" column");
 }
 
 TEST(WorkbookInput, FaultsNameTheFileAndTheCell) {

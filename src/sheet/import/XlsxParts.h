@@ -13,15 +13,16 @@ struct zip;
 
 namespace synthara::sheet {
 
-// What a part's parser is told, element names without their namespace.
+// What a part's parser is told, element names without their namespace;
+// a handler that only looks at elements' attributes leaves out the rest.
 // A handler stops the parse with Stop(): with a fault, or without one when
 // it has read what it wanted.
 class XmlHandler {
   public:
     virtual ~XmlHandler() = default;
     virtual void Start(std::string_view name, const char** attributes) = 0;
-    virtual void End(std::string_view name) = 0;
-    virtual void Text(std::string_view text) = 0;
+    virtual void End(std::string_view) {}
+    virtual void Text(std::string_view) {}
 
     void Stop(std::string fault = {});
     bool Stopped() const { return stopped_; }

@@ -31,8 +31,6 @@ class RelationshipsHandler : public XmlHandler {
             return;
         found.push_back({id, type != nullptr ? type : "", target});
     }
-    void End(std::string_view) override {}
-    void Text(std::string_view) override {}
 
     const Relationship* ById(std::string_view id) const {
         for (const auto& r : found)
@@ -58,8 +56,6 @@ class WorkbookHandler : public XmlHandler {
         names.emplace_back(sheetName != nullptr ? sheetName : "");
         ids.emplace_back(id != nullptr ? id : "");
     }
-    void End(std::string_view) override {}
-    void Text(std::string_view) override {}
 
     std::vector<std::string> names, ids;
 };
