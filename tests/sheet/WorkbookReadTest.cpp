@@ -58,6 +58,20 @@ TEST(WorkbookRead, CellsReadAsTheUserSeesThem) {
     EXPECT_EQ(read.table.places, PlaceNames::Cells);
 }
 
+TEST(WorkbookRead, APartMayBeInUtf16) {
+    const std::string xml =
+        "<?xml version=\"1.0\" encoding=\"UTF-16\"?><worksheet><sheetData><row><c "
+        "t=\"inlineStr\"><is><t>wide</t></is></c></row></sheetData></worksheet>";
+    std::string wide = "\xFF\xFE";
+    for (const char c : xml)
+        wide += std::string{c, '\0'};
+    Parts parts = XlsxPartsOf({{"Data", ""}});
+    parts["xl/worksheets/sheet1.xml"] = wide;
+    const auto read = ReadTableFile(Written("wide.xlsx", Zipped(parts)));
+    ASSERT_TRUE(read.ok) << read.message;
+    EXPECT_EQ(read.table.rows, (Rows{{"wide"}}));
+}
+
 TEST(WorkbookRead, ASheetIsChosenByNameOrNumber) {
     const std::string path =
         Written("sheets.xlsx",

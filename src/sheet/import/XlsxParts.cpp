@@ -153,8 +153,9 @@ bool XlsxArchive::Parse(const std::string& part, XmlHandler& handler, std::strin
                     : Damaged(part, "cannot be unpacked");
         return false;
     }
+    // A part says its own encoding (UTF-8 or UTF-16); expat hands over UTF-8 either way.
     const std::unique_ptr<XML_ParserStruct, ParserFree> parser(
-        XML_ParserCreateNS("UTF-8", NamespaceSeparator));
+        XML_ParserCreateNS(nullptr, NamespaceSeparator));
     if (!parser) {
         fault = "there is not enough memory to read the workbook";
         return false;
