@@ -11,7 +11,7 @@
 
 #include "ImportAndCompute.h"
 #include "sheet/import/XlsxWorkbook.h"
-#include "support/XlsxParts.h"
+#include "support/WorkbookMaker.h"
 
 using namespace synthara;
 

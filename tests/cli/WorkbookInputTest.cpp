@@ -10,7 +10,7 @@
 #include "CliRun.h"
 #include "ports/Prompter.h"
 #include "shell/Document.h"
-#include "support/XlsxParts.h"
+#include "support/WorkbookMaker.h"
 
 namespace synthara::cli {
 namespace {

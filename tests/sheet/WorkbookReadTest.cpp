@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "sheet/import/TableFile.h"
-#include "support/XlsxParts.h"
+#include "support/WorkbookMaker.h"
 
 namespace synthara::sheet {
 namespace {
