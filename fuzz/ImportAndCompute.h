@@ -17,8 +17,9 @@ inline void ImportAndCompute(const sheet::DelimitedTable& table, const char* fil
     if (!imported.ok || imported.dataRows == 0) return;
     effectsize::ComputeOptions options;
     effectsize::ComputeContext context{options, prompter};
-    effectsize::Compute(sheet, sheet::FixedRowCount, sheet::FixedRowCount + imported.dataRows - 1,
-                        context);
+    int first = sheet::FixedRowCount;
+    int last = sheet::FixedRowCount + imported.dataRows - 1;
+    effectsize::Compute(sheet, first, last, context);
 }
 
 }  // namespace synthara::fuzz
