@@ -2,6 +2,7 @@
 // many rows, and the refusals of damaged and hostile files.
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -261,7 +262,18 @@ TEST(WorkbookRead, AnXlsWorkbooksSheetsAndCells) {
     EXPECT_EQ(PreviewTableFile(kXls, options, 2).table.lines, (std::vector<int>{3, 4}));
 }
 
-TEST(WorkbookRead, WhatIsNoXlsWorkbookIsRefused) {
+// The shipped workbook with its record of who wrote it turned into the
+// record that says the rest is encrypted (both are 112 bytes long).
+std::string ProtectedXls() {
+    std::ifstream in(kXls, std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const auto at = bytes.find(std::string("\x5C\x00\x70\x00", 4));
+    EXPECT_NE(at, std::string::npos);
+    if (at != std::string::npos) bytes.replace(at, 2, std::string("\x2F\x00", 2));
+    return bytes;
+}
+
+TEST(WorkbookRead, XlsFilesThatCannotBeReadAreRefused) {
     const std::string notXls = "it is not an .xls workbook (a newer workbook is read as .xlsx)";
     struct Case {
         std::string bytes, message;
@@ -270,7 +282,9 @@ TEST(WorkbookRead, WhatIsNoXlsWorkbookIsRefused) {
              {"Study name,Events\n", notXls},
              {OneSheet(""), notXls},
              {std::string("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", 8) + std::string(600, '\x01'),
-              "the workbook is damaged, or it is in a form of .xls that cannot be read"}}) {
+              "the workbook is damaged, or it is in a form of .xls that cannot be read"},
+             {ProtectedXls(),
+              "the workbook is password-protected; save it without a password and try again"}}) {
         const auto read = ReadTableFile(Written("bad.xls", c.bytes));
         EXPECT_FALSE(read.ok);
         EXPECT_EQ(read.message, c.message);
