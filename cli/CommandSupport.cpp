@@ -71,7 +71,7 @@ int OpenInput(const std::string& input, const std::string& format,
     effectsize::OptionOverrides overrides;
     if (const int status = ReadOptions(options, overrides, document, err); status != ExitDone)
         return status;
-    const shell::OpenOutcome opened = document.Open(input, {format, separators, overrides});
+    const shell::OpenOutcome opened = document.Open(input, {format, separators, overrides, {}});
     switch (opened.status) {
         case shell::OpenStatus::Opened:
             break;

@@ -16,7 +16,8 @@ class App;
 namespace synthara::cli {
 
 inline constexpr const char* kInputHelp =
-    "A delimited text file (.csv, .tsv, .txt) or a project (.syn) or template (.syt)";
+    "A delimited text file (.csv, .tsv, .txt), a workbook (.xlsx, .xls: its first sheet), or a "
+    "project (.syn) or template (.syt)";
 
 // The INPUT argument and the --format and --locale options every command that
 // reads a file takes. --locale puts the separators of the locale it names into

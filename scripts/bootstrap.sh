@@ -7,7 +7,8 @@ set -euo pipefail
 
 packages=(
     cmake ninja-build g++ clang libclang-rt-14-dev clang-format
-    libboost-math-dev nlohmann-json3-dev libzip-dev pkg-config libcli11-dev
+    libboost-math-dev nlohmann-json3-dev libzip-dev libexpat1-dev libfreexl-dev pkg-config
+    libcli11-dev
     libgtest-dev libgmock-dev libbenchmark-dev libabsl-dev locales
     qt6-base-dev qt6-svg-dev libgl-dev xvfb xauth fonts-dejavu-core
 )

@@ -25,6 +25,7 @@
 #include "sheet/files/ProjectFile.h"
 #include "sheet/files/RecentFiles.h"
 #include "sheet/grid/Sheet.h"
+#include "sheet/import/TableFile.h"
 #include "sheet/rows/StudyRows.h"
 #include "shell/CellEdits.h"
 #include "shell/SheetChange.h"
@@ -39,6 +40,9 @@ struct OpenSettings {
     sheet::NumberSeparators separators;
     // Computation options for this opening in place of those the file stores.
     effectsize::OptionOverrides options;
+    // For a table of rows: the sheet of a workbook, and whether the first row
+    // titles the columns.
+    sheet::TableOptions table;
 
     // The defaults, with `format` for rows that name none.
     static OpenSettings ForFormat(std::string format) {

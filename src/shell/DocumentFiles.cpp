@@ -1,5 +1,6 @@
-// Opening a file into the project: a delimited text becomes a sheet as the
-// wizard and typing would make it; a project or template is read whole.
+// Opening a file into the project: a delimited text or a workbook's sheet
+// becomes a sheet as the wizard and typing would make it; a project or
+// template is read whole.
 #include <filesystem>
 #include <new>
 #include <system_error>
@@ -7,8 +8,8 @@
 
 #include "sheet/files/ProjectFile.h"
 #include "sheet/files/SheetFormat.h"
-#include "sheet/import/DelimitedText.h"
 #include "sheet/import/ImportTable.h"
+#include "sheet/import/TableFile.h"
 #include "shell/Document.h"
 #include "shell/FileKinds.h"
 
@@ -56,7 +57,7 @@ OpenOutcome ReadInto(sheet::Sheet& fresh, sheet::OpenProject& project, int& data
         }
         return {OpenStatus::Opened, {}};
     }
-    const sheet::DelimitedResult text = sheet::ReadDelimitedFile(name);
+    const sheet::DelimitedResult text = sheet::ReadTableFile(name, settings.table);
     if (!text.ok) return {OpenStatus::Refused, text.Describe(name)};
     const sheet::ImportResult imported =
         sheet::ImportTable(fresh, text.table, settings.defaultFormat, name);

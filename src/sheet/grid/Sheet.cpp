@@ -170,6 +170,8 @@ std::array<std::string, IndexCount + 1> BuildIndexNames() {
     return t;
 }
 
+}  // namespace
+
 std::string AutoLetters(int n) {
     // A..Z, AA..AZ, BA.. : a bijective base-26 numeral, which also carries on
     // sensibly past "ZZ".
@@ -181,8 +183,6 @@ std::string AutoLetters(int n) {
     }
     return s;
 }
-
-}  // namespace
 
 const std::array<std::string, IndexCount + 1>& IndexNameTable() {
     static const std::array<std::string, IndexCount + 1> table = BuildIndexNames();

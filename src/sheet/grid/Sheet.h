@@ -204,4 +204,7 @@ class Sheet {
 // Title text with line breaks taken out.
 std::string RemoveCR(std::string_view text);
 
+// The letters that name the n-th column (1-based): A..Z, AA, AB, ...
+std::string AutoLetters(int n);
+
 }  // namespace synthara::sheet

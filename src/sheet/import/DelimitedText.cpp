@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "sheet/files/Project.h"
+#include "sheet/grid/Sheet.h"
 
 namespace synthara::sheet {
 namespace {
@@ -166,11 +167,20 @@ class Parser {
 
 }  // namespace
 
+std::string PlaceText(PlaceNames names, int line, int column) {
+    if (line <= 0) return {};
+    if (names == PlaceNames::Cells)
+        return column > 0 ? "cell " + AutoLetters(column) + std::to_string(line)
+                          : "row " + std::to_string(line);
+    std::string text = "line " + std::to_string(line);
+    if (column > 0) text += ", column " + std::to_string(column);
+    return text;
+}
+
 std::string DelimitedResult::Describe(std::string_view fileName) const {
     std::ostringstream out;
     out << fileName;
-    if (line > 0) out << ", line " << line;
-    if (column > 0) out << ", column " << column;
+    if (line > 0) out << ", " << PlaceText(PlaceNames::Lines, line, column);
     out << ": " << message;
     return out.str();
 }

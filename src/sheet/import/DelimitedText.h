@@ -13,11 +13,20 @@ namespace synthara::sheet {
 // in columns, and a bound on what one long line can cost.
 inline constexpr std::size_t MaxDelimitedFields = 16384;
 
+// How messages name a place in a table: a text file's line and field
+// ("line 3, column 2"), or a sheet's row and cell ("row 3", "cell B3").
+enum class PlaceNames { Lines, Cells };
+
+// "line 3, column 2" or "cell B3"; `column` 0 names the line or row alone,
+// and `line` 0 names nothing (an empty text).
+std::string PlaceText(PlaceNames names, int line, int column);
+
 // Rows that hold text: blank lines are passed over, and empty fields at the
 // end of a row are left out (a row is read as if it had them).
 struct DelimitedTable {
     std::vector<std::vector<std::string>> rows;
     std::vector<int> lines;  // the line (1-based) on which each row starts
+    PlaceNames places = PlaceNames::Lines;
 };
 
 struct DelimitedResult {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 
 #include "sheet/blocks/BlockTable.h"
 #include "sheet/blocks/BlockWizard.h"
@@ -31,12 +30,11 @@ struct Plan {
     std::vector<const FormatDef*> used;        // in order of first appearance
 };
 
-std::string Where(std::string_view fileName, int line, int column = 0) {
-    std::ostringstream out;
-    out << fileName << ", line " << line;
-    if (column > 0) out << ", column " << column;
-    out << ": ";
-    return out.str();
+// The file and the place in it, in the words of the table's kind of file.
+std::string Where(const DelimitedTable& table, std::string_view fileName, int line,
+                  int column = 0) {
+    const std::string place = PlaceText(table.places, line, column);
+    return std::string(fileName) + (place.empty() ? "" : ", " + place) + ": ";
 }
 
 std::string_view Trimmed(std::string_view s) {
@@ -115,7 +113,8 @@ bool CheckText(const DelimitedTable& table, std::string_view fileName, ImportRes
         for (std::size_t c = 0; c < table.rows[r].size(); ++c) {
             if (FindInvalidText(table.rows[r][c]) == std::string_view::npos) continue;
             const int line = LineOf(table, r);
-            fault = Refuse(Where(fileName, line, static_cast<int>(c) + 1) + "not valid text");
+            fault =
+                Refuse(Where(table, fileName, line, static_cast<int>(c) + 1) + "not valid text");
             return false;
         }
     }
@@ -135,9 +134,10 @@ bool PlanColumns(const DelimitedTable& table, std::string_view fileName, Plan& p
             for (std::size_t prior = 0; prior < plan.columns.size(); ++prior) {
                 if (plan.columns[prior].kind != Kind::Skip &&
                     plan.columns[prior].title == col.title) {
-                    fault = Refuse(Where(fileName, titleLine, column) + "the column title \"" +
-                                   col.title + "\" appears twice (also in column " +
-                                   std::to_string(prior + 1) + ")");
+                    fault =
+                        Refuse(Where(table, fileName, titleLine, column) + "the column title \"" +
+                               col.title + "\" appears twice (also in column " +
+                               std::to_string(prior + 1) + ")");
                     return false;
                 }
             }
@@ -147,7 +147,7 @@ bool PlanColumns(const DelimitedTable& table, std::string_view fileName, Plan& p
         plan.columns.push_back(std::move(col));
     }
     if (!haveStudy) {
-        fault = Refuse(Where(fileName, titleLine) + "there is no \"Study name\" column");
+        fault = Refuse(Where(table, fileName, titleLine) + "there is no \"Study name\" column");
         return false;
     }
     return true;
@@ -162,7 +162,7 @@ bool PlanRows(const DelimitedTable& table, std::string_view fileName, const Form
         for (std::size_t c = 0; c < row.size(); ++c) {
             if (row[c].empty()) continue;
             if (c >= plan.columns.size() || plan.columns[c].kind == Kind::Skip) {
-                fault = Refuse(Where(fileName, line, static_cast<int>(c) + 1) +
+                fault = Refuse(Where(table, fileName, line, static_cast<int>(c) + 1) +
                                "this field has no column title");
                 return false;
             }
@@ -176,14 +176,14 @@ bool PlanRows(const DelimitedTable& table, std::string_view fileName, const Form
         if (!Trimmed(cell).empty()) {
             format = LookUpFormat(cell);
             if (format == nullptr) {
-                fault = Refuse(Where(fileName, line, column) + "unknown data format \"" +
+                fault = Refuse(Where(table, fileName, line, column) + "unknown data format \"" +
                                std::string(cell) + "\"");
                 return false;
             }
         } else if (byDefault != nullptr) {
             format = byDefault;
         } else {
-            fault = Refuse(Where(fileName, line, plan.formatColumn >= 0 ? column : 0) +
+            fault = Refuse(Where(table, fileName, line, plan.formatColumn >= 0 ? column : 0) +
                            "the row has no data format and no default format was given");
             return false;
         }
