@@ -27,6 +27,7 @@
 #include "sheet/grid/Sheet.h"
 #include "sheet/rows/StudyRows.h"
 #include "shell/CellEdits.h"
+#include "shell/IndexSelection.h"
 #include "shell/SheetChange.h"
 
 namespace synthara::shell {
@@ -109,6 +110,9 @@ class Document {
     // CheckVals's box and change nothing (false). Otherwise they are kept in
     // the Settings column and every row is computed with them.
     bool SetOptions(const effectsize::ComputeOptions& options);
+    // Undo and redo of the options dialog: options that were accepted once,
+    // kept and computed again without boxes.
+    void RestoreOptions(const effectsize::ComputeOptions& options);
 
     // The user types `text` into a data cell, as FinishEdit does it. False,
     // and nothing said, when the cell is not one the user may type into or
@@ -211,6 +215,10 @@ class Document {
     void SetBlockDisplay(int mode);
     void SetIndexDisplay(int mode);
     bool SetPrimaryIndex(int col);
+    // "Effect size indices": the dialog's fields as the sheet stands, and its
+    // Ok, which lays out the display columns again.
+    IndexSelection IndexChoices() const { return ReadIndexSelection(sheet_); }
+    void SetIndexSelection(const IndexSelection& selection);
     // Columns left of `col` stay in view while the sheet scrolls; Unfreeze
     // puts the count back to what it was before the first freeze.
     void FreezeColumns(int col);
@@ -230,6 +238,9 @@ class Document {
   private:
     // Computes every data row; true when any cell changed.
     bool ComputeRows();
+    bool ComputeRows(ports::Prompter& prompter);
+    // Keeps options in range in the Settings column and computes every row.
+    void KeepOptions(const effectsize::ComputeOptions& options, ports::Prompter& prompter);
     void Notify(const SheetChange& change);
     void NotifyCells(std::vector<CellRange> ranges);
     void SetDirty(bool dirty);
