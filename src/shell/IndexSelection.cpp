@@ -1,11 +1,10 @@
 #include "shell/IndexSelection.h"
 
 #include <algorithm>
-#include <set>
 
+#include "effectsize/WorkingSet.h"
 #include "sheet/blocks/CellBorders.h"
 #include "sheet/blocks/DisplayColumns.h"
-#include "sheet/catalogue/FormatCatalogue.h"
 #include "sheet/grid/MetaRows.h"
 
 namespace synthara::shell {
@@ -18,18 +17,12 @@ bool IsDisplay(const sheet::Sheet& sheet, int col) {
     return sheet.MetaIs(col, MetaRow::Function, "Display");
 }
 
-// The indices of the display sets of the formats the sheet's blocks hold.
-std::set<std::string, std::less<>> BlockIndices(const sheet::Sheet& sheet) {
-    std::set<std::string, std::less<>> names;
-    for (int col = 0; col < sheet.Flex().Cols(); ++col) {
-        if (!sheet.MetaIs(col, MetaRow::Function, "Data Entry")) continue;
-        const sheet::FormatDef* def =
-            sheet::FindFormatByAnyName(sheet.Meta(col, MetaRow::BlockName));
-        if (def == nullptr) continue;
-        for (std::string_view index : def->displaySet)
-            names.emplace(index);
-    }
-    return names;
+// Whether the user may pick the index: an effect size, not one of the
+// numbers (cells, group counts, Peto's and Mantel-Haenszel's terms) that the
+// computation keeps in display columns of their own.
+bool IsChoice(int index) {
+    namespace Ix = effectsize::Ix;
+    return (index >= 1 && index <= Ix::PetoOddsRatio) || index == Ix::Rate;
 }
 
 }  // namespace
@@ -59,12 +52,11 @@ IndexSelection ReadIndexSelection(const sheet::Sheet& sheet) {
     selection.mode = sheet.View.IndexDisplay == sheet::ShowPrimaryIndex
                          ? sheet::ShowPrimaryIndex
                          : sheet::ShowSelectedIndices;
-    const auto ofBlocks = BlockIndices(sheet);
     for (int col = 0; col < sheet.Flex().Cols(); ++col) {
         if (!IsDisplay(sheet, col) || !sheet.MetaIs(col, MetaRow::Attribute, "Point")) continue;
         const std::string name = sheet.Meta(col, MetaRow::IndexName);
         const std::string shownAs = sheet.Meta(col, MetaRow::DisplayClass);
-        if (name.empty() || (shownAs == "Hide" && !ofBlocks.contains(name))) continue;
+        if (name.empty() || (shownAs == "Hide" && !IsChoice(sheet::IndexNumber(name)))) continue;
         selection.indices.push_back({name, shownAs != "Hide"});
         if (shownAs == "Primary") selection.primary = name;
     }

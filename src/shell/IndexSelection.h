@@ -18,9 +18,9 @@ struct IndexChoice {
 };
 
 struct IndexSelection {
-    // The indices the user may pick, in the order of their columns: those
-    // of the blocks' formats and any other whose columns are shown now. The
-    // columns that only hold working numbers are left out.
+    // The indices the user may pick, in the order of their columns: every
+    // effect size index with display columns, and any other whose columns
+    // are shown now. The columns that only hold working numbers are left out.
     std::vector<IndexChoice> indices;
     std::string primary;  // "" when the sheet has no display columns
     bool showStdErr = false;
