@@ -17,15 +17,12 @@ bool IsDisplay(const sheet::Sheet& sheet, int col) {
     return sheet.MetaIs(col, MetaRow::Function, "Display");
 }
 
-// Whether the user may pick the index: an effect size, not one of the
-// numbers (cells, group counts, Peto's and Mantel-Haenszel's terms) that the
-// computation keeps in display columns of their own.
-bool IsChoice(int index) {
+}  // namespace
+
+bool IsEffectSizeIndex(int index) {
     namespace Ix = effectsize::Ix;
     return (index >= 1 && index <= Ix::PetoOddsRatio) || index == Ix::Rate;
 }
-
-}  // namespace
 
 std::optional<ports::Box> IndexSelection::SetShown(std::size_t position, bool shown) {
     if (position >= indices.size()) return std::nullopt;
@@ -56,7 +53,8 @@ IndexSelection ReadIndexSelection(const sheet::Sheet& sheet) {
         if (!IsDisplay(sheet, col) || !sheet.MetaIs(col, MetaRow::Attribute, "Point")) continue;
         const std::string name = sheet.Meta(col, MetaRow::IndexName);
         const std::string shownAs = sheet.Meta(col, MetaRow::DisplayClass);
-        if (name.empty() || (shownAs == "Hide" && !IsChoice(sheet::IndexNumber(name)))) continue;
+        if (name.empty() || (shownAs == "Hide" && !IsEffectSizeIndex(sheet::IndexNumber(name))))
+            continue;
         selection.indices.push_back({name, shownAs != "Hide"});
         if (shownAs == "Primary") selection.primary = name;
     }

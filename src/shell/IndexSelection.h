@@ -11,6 +11,11 @@
 
 namespace synthara::shell {
 
+// Whether an index is an effect size the user may pick and read, not one of
+// the numbers (cells, group counts, Peto's and Mantel-Haenszel's terms) that
+// the computation keeps in display columns of their own.
+bool IsEffectSizeIndex(int index);
+
 struct IndexChoice {
     std::string name;
     bool shown = false;

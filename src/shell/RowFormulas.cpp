@@ -2,6 +2,7 @@
 
 #include "effectsize/RowResult.h"
 #include "shell/Document.h"
+#include "shell/IndexSelection.h"
 
 namespace synthara::shell {
 
@@ -51,6 +52,7 @@ std::optional<RowFormulas> ReadRowFormulas(const Document& document, int row, in
     formulas.errors = result.errors;
     const int wanted = document.TrailIndex(col);
     for (const effectsize::IndexResult& index : result.indices) {
+        if (!IsEffectSizeIndex(index.index)) continue;
         if (index.index == wanted) formulas.current = static_cast<int>(formulas.indices.size());
         formulas.indices.push_back({index.index,
                                     sheet.IndexNames()[static_cast<std::size_t>(index.index)],

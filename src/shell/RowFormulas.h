@@ -1,6 +1,6 @@
 #pragma once
-// The "Formulas" dialog's content for one data row: every index the row's
-// format computed or explained, each with the trail of how it was reached,
+// The "Formulas" dialog's content for one data row: every effect size index
+// the row's format computed or explained, each with the trail of how it was reached,
 // and the whole as text for the clipboard.
 #include <optional>
 #include <string>

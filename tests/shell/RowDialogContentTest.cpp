@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "shell/Document.h"
+#include "shell/IndexSelection.h"
 #include "shell/RowEntries.h"
 #include "shell/RowFormulas.h"
 #include "support/ScriptedPrompter.h"
@@ -58,6 +59,10 @@ TEST_F(RowDialogContentTest, ListsEveryIndexWithItsTrailAndOpensOnTheCellsIndex)
     std::erase(cell, '\r');
     EXPECT_EQ(current.trail, cell);
     EXPECT_EQ(current.trail.find('\r'), std::string::npos);
+
+    // The numbers the computation keeps aside are not indices to read.
+    for (const IndexFormula& formula : formulas->indices)
+        EXPECT_TRUE(IsEffectSizeIndex(formula.index)) << formula.name;
 
     // The copy holds the row and every index's name and trail.
     const std::string text = formulas->Text();
