@@ -107,9 +107,13 @@ std::string Document::RowFormat(int i) const {
 }
 
 bool Document::ComputeRows() {
+    return ComputeRows(prompter_);
+}
+
+bool Document::ComputeRows(ports::Prompter& prompter) {
     if (dataRows_ <= 0) return false;
     const std::uint64_t before = sheet_.Flex().Revision();
-    effectsize::ComputeContext context{options_, prompter_};
+    effectsize::ComputeContext context{options_, prompter};
     int first = sheet::FixedRowCount;
     int last = sheet::FixedRowCount + dataRows_ - 1;
     effectsize::Compute(sheet_, first, last, context);
@@ -127,13 +131,23 @@ bool Document::SetOptions(const effectsize::ComputeOptions& options) {
         prompter_.Message(*refused);
         return false;
     }
+    KeepOptions(options, prompter_);
+    return true;
+}
+
+void Document::RestoreOptions(const effectsize::ComputeOptions& options) {
+    // The rows showed their boxes when these options were first set.
+    ports::SilentPrompter silent;
+    KeepOptions(options, silent);
+}
+
+void Document::KeepOptions(const effectsize::ComputeOptions& options, ports::Prompter& prompter) {
     options_ = options;
     sheet::WriteStoredNumbers(sheet_, {options.ImputedR, options.FudgeFactor,
                                        options.PoolVarianceMethod, options.GVarianceMethod});
-    ComputeRows();
+    ComputeRows(prompter);
     SetDirty(true);
     NotifyCells({DataArea()});
-    return true;
 }
 
 void Document::SetRandomModel(const analysis::RandomModelOptions& options) {

@@ -28,6 +28,7 @@
 #include "sheet/import/TableFile.h"
 #include "sheet/rows/StudyRows.h"
 #include "shell/CellEdits.h"
+#include "shell/IndexSelection.h"
 #include "shell/SheetChange.h"
 
 namespace synthara::shell {
@@ -116,6 +117,9 @@ class Document {
     // The random model's estimator of tau-squared and its limits, kept in the
     // Settings column beside the computation options; the next run takes them.
     void SetRandomModel(const analysis::RandomModelOptions& options);
+    // Undo and redo of the options dialog: options that were accepted once,
+    // kept and computed again without boxes.
+    void RestoreOptions(const effectsize::ComputeOptions& options);
 
     // The user types `text` into a data cell, as FinishEdit does it. False,
     // and nothing said, when the cell is not one the user may type into or
@@ -218,6 +222,10 @@ class Document {
     void SetBlockDisplay(int mode);
     void SetIndexDisplay(int mode);
     bool SetPrimaryIndex(int col);
+    // "Effect size indices": the dialog's fields as the sheet stands, and its
+    // Ok, which lays out the display columns again.
+    IndexSelection IndexChoices() const { return ReadIndexSelection(sheet_); }
+    void SetIndexSelection(const IndexSelection& selection);
     // Columns left of `col` stay in view while the sheet scrolls; Unfreeze
     // puts the count back to what it was before the first freeze.
     void FreezeColumns(int col);
@@ -237,6 +245,9 @@ class Document {
   private:
     // Computes every data row; true when any cell changed.
     bool ComputeRows();
+    bool ComputeRows(ports::Prompter& prompter);
+    // Keeps options in range in the Settings column and computes every row.
+    void KeepOptions(const effectsize::ComputeOptions& options, ports::Prompter& prompter);
     void Notify(const SheetChange& change);
     void NotifyCells(std::vector<CellRange> ranges);
     void SetDirty(bool dirty);

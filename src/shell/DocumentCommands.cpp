@@ -181,6 +181,12 @@ void Document::SetIndexDisplay(int mode) {
     Notify({ChangeKind::Structure, {}});
 }
 
+void Document::SetIndexSelection(const IndexSelection& selection) {
+    ApplyIndexSelection(sheet_, selection);
+    SetDirty(true);
+    Notify({ChangeKind::Structure, {}});
+}
+
 bool Document::SetPrimaryIndex(int col) {
     return Settled([&] { return sheet::SetPrimaryIndex(sheet_, col); });
 }

@@ -2,20 +2,15 @@
 // screenshots/ for a person to look at: the main window with the example,
 // the block wizard on its column panel, and the start dialog.
 #include <QApplication>
-#include <QDir>
 #include <QTableView>
 
 #include "ProgramFixture.h"
 #include "app/StartDialog.h"
 #include "app/WizardWindow.h"
+#include "support/Screenshot.h"
 
 namespace synthara::ui {
 namespace {
-
-bool Save(QWidget& widget, const char* name) {
-    QDir().mkpath(SYNTHARA_SCREENSHOTS);
-    return widget.grab().save(QString(SYNTHARA_SCREENSHOTS "/") + name);
-}
 
 TEST_F(ProgramFixture, MainWindowShowsTheExample) {
     Make();
@@ -31,7 +26,7 @@ TEST_F(ProgramFixture, MainWindowShowsTheExample) {
     EXPECT_EQ(view->model()->headerData(col, Qt::Horizontal).toString().simplified(),
               "Group-A Events");
     EXPECT_TRUE(view->viewport()->rect().intersects(view->visualRect(view->currentIndex())));
-    EXPECT_TRUE(Save(window, "main-window.png"));
+    EXPECT_TRUE(SaveScreenshot(window, "main-window.png"));
 }
 
 TEST_F(ProgramFixture, WizardWalksToItsColumnPanel) {
@@ -45,7 +40,7 @@ TEST_F(ProgramFixture, WizardWalksToItsColumnPanel) {
     wizard.Next();
     ASSERT_EQ(wizard.CurrentPanel(), WizardWindow::Columns);
     EXPECT_EQ(wizard.Combos().size(), 4u);
-    EXPECT_TRUE(Save(wizard, "wizard.png"));
+    EXPECT_TRUE(SaveScreenshot(wizard, "wizard.png"));
 
     // Finish makes the block and its display columns.
     wizard.accept();
@@ -61,7 +56,7 @@ TEST_F(ProgramFixture, StartDialogOffersTheRecentFiles) {
     dialog.show();
     EXPECT_EQ(dialog.Option(), shell::StartOption::File);
     EXPECT_EQ(dialog.ChosenPath(), "/home/user/projects/bcg-vaccine-trials.syn");
-    EXPECT_TRUE(Save(dialog, "start-dialog.png"));
+    EXPECT_TRUE(SaveScreenshot(dialog, "start-dialog.png"));
 }
 
 }  // namespace

@@ -4,8 +4,13 @@
 #include <QMessageBox>
 
 #include "app/AddStudyDialog.h"
+#include "app/DataEntryDialog.h"
+#include "app/FormulasDialog.h"
 #include "app/GroupNamesDialog.h"
+#include "app/IndicesDialog.h"
 #include "app/MainWindow.h"
+#include "app/OptionsDialog.h"
+#include "app/QtClipboard.h"
 #include "app/WizardWindow.h"
 #include "sheet/SheetWidget.h"
 #include "sheet/grid/Sheet.h"
@@ -74,10 +79,20 @@ void MainWindow::RegisterCommands() {
     h["Hide all blocks"] = [this] { document_.SetBlockDisplay(sheet::HideAllBlocks); };
     h["Show selected indices"] = [this] { document_.SetIndexDisplay(sheet::ShowSelectedIndices); };
     h["Show only primary index"] = [this] { document_.SetIndexDisplay(sheet::ShowPrimaryIndex); };
+    h["Customize display"] = [this] {
+        IndicesDialog dialog(document_, this);
+        execDialog(dialog);
+    };
     h["Set primary index"] = [this, current] { document_.SetPrimaryIndex(current()); };
     h["Effect size index"] = h["Set primary index"];
     h["Freeze columns"] = [this, current] { document_.FreezeColumns(current()); };
     h["Unfreeze columns"] = [this] { document_.UnfreezeColumns(); };
+
+    for (const QString& key : OptionsDialog::MenuEntries())
+        h[key] = [this, key] { EditOptions(key); };
+
+    h["Formulas"] = [this] { ShowFormulas(); };
+    h["Data entry assistant"] = [this] { ShowDataEntry(); };
 
     h["Opening wizard"] = [this] {
         settings_.SetInteger("ShowWizard01", Command("Opening wizard")->isChecked() ? 1 : 0);
@@ -105,6 +120,34 @@ void MainWindow::EditGroupNames() {
     if (names.empty()) return;
     GroupNamesDialog dialog(std::move(names), this);
     if (execDialog(dialog) == QDialog::Accepted) document_.SetGroupNames(dialog.Names());
+}
+
+void MainWindow::EditOptions(const QString& menuEntry) {
+    OptionsDialog dialog(document_, undo_, this);
+    dialog.FocusOn(menuEntry);
+    execDialog(dialog);
+}
+
+void MainWindow::ShowFormulas() {
+    const auto formulas =
+        shell::ReadRowFormulas(document_, sheet_->CurrentRow(), sheet_->CurrentColumn());
+    if (!formulas) {
+        document_.Prompts().Message(shell::CannotOpenForEmptyRow());
+        return;
+    }
+    QtClipboard clipboard;
+    FormulasDialog dialog(*formulas, clipboard, this);
+    execDialog(dialog);
+}
+
+void MainWindow::ShowDataEntry() {
+    const auto entries = shell::ReadRowEntries(document_, sheet_->CurrentRow());
+    if (!entries) {
+        document_.Prompts().Message(shell::CannotOpenForEmptyRow());
+        return;
+    }
+    DataEntryDialog dialog(*entries, this);
+    execDialog(dialog);
 }
 
 void MainWindow::InsertModerator() {

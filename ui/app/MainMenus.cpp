@@ -8,6 +8,7 @@
 #include <QToolBar>
 
 #include "app/MainWindow.h"
+#include "app/OptionsDialog.h"
 #include "sheet/SheetWidget.h"
 #include "sheet/grid/MetaRows.h"
 
@@ -82,6 +83,8 @@ void MainWindow::BuildMenus() {
     auto* indexGroup = new QActionGroup(this);
     for (const QString& key : kIndexModes)
         indexGroup->addAction(AddCommand(indices, key))->setCheckable(true);
+    indices->addSeparator();
+    AddCommand(indices, "Customize display", "Customize display...");
     view->addSeparator();
     auto* rowGroup = new QActionGroup(this);
     rowGroup->addAction(AddCommand(view, "Merge rows"))->setCheckable(true);
@@ -100,9 +103,15 @@ void MainWindow::BuildMenus() {
     tools->addSeparator();
     AddCommand(tools, "Set primary index");
     AddCommand(tools, "Edit group names", "Edit group names...");
+    AddCommand(tools, "Data entry assistant", "Data entry assistant...");
+    AddCommand(tools, "Formulas", "Formulas of this row...");
     tools->addSeparator();
     AddCommand(tools, "Delete study");
     AddCommand(tools, "Delete this data entry block");
+
+    QMenu* formulas = menuBar()->addMenu("F&ormulas");
+    for (const QString& key : OptionsDialog::MenuEntries())
+        AddCommand(formulas, key, key + "...");
 
     QMenu* help = menuBar()->addMenu("&Help");
     AddCommand(help, "Opening wizard")->setCheckable(true);
@@ -175,12 +184,17 @@ QStringList MainWindow::ContextCommands(int row, int col) const {
             flex.Text(MetaRow::Attribute, col) == "Point")
             keys << "Set primary index";
         keys << "Show only primary index"
-             << "Show selected indices";
+             << "Show selected indices"
+             << "Customize display";
     } else if (function != "Moderator") {
         keys << "Identify column for study names"
              << "Identify column for moderator variable"
              << "Identify columns with effect size data";
     }
+    // The row dialogs, from any cell of a data row that holds a block's data.
+    if (row >= sheet::FixedRowCount && (function == "Data Entry" || function == "Display"))
+        keys << "Data entry assistant"
+             << "Formulas";
     keys << "Sort AZ"
          << "Sort ZA";
     keys << (document_.Frozen() ? "Unfreeze columns" : "Freeze columns");

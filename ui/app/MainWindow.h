@@ -70,6 +70,9 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void InsertStudy();
     void EditGroupNames();
     void InsertModerator();
+    void EditOptions(const QString& menuEntry);
+    void ShowFormulas();
+    void ShowDataEntry();
     void About();
 
     shell::Document& document_;
