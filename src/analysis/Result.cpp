@@ -140,6 +140,7 @@ AnalysisResult CollectSummaries(Analysis& analysis) {
         }
         if (shown && analysis.Grouped()) result.between.push_back(Between(analysis, blocks, m));
     }
+    result.notes = IndependenceNotes(analysis);
     return result;
 }
 

@@ -57,14 +57,6 @@ bool IsModerator(const sheet::Grid& g, int col) {
     return g.TextIs(MetaRow::Function, col, "Moderator");
 }
 
-// The level's name in lower case: "comparison", "outcome", "time point".
-std::string LevelWord(int level) {
-    std::string word(sheet::PopulationNames[static_cast<std::size_t>(level - 1)]);
-    for (char& ch : word)
-        ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
-    return word;
-}
-
 void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
     if (text.empty()) {
         if (!sheet.Flex().IsBlank(row, col)) sheet.ClearCell(row, col);
@@ -74,6 +66,14 @@ void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
 }
 
 }  // namespace
+
+// The level's name in lower case: "comparison", "outcome", "time point".
+std::string LevelWord(int level) {
+    std::string word(sheet::PopulationNames[static_cast<std::size_t>(level - 1)]);
+    for (char& ch : word)
+        ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
+    return word;
+}
 
 std::vector<std::string> SplitText(std::string_view text, char separator) {
     std::vector<std::string> parts;
