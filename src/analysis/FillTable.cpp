@@ -48,7 +48,8 @@ Code InternCell(TextPool& texts, const sheet::Cell& cell) {
 }
 
 // The sheet's columns the table keeps beside the identifying ones: each
-// moderator, and each count the sheet has a column for.
+// moderator, and each count the sheet has a column for (the table's column
+// is made when a row has a value).
 struct SheetColumns {
     std::vector<int> moderators;
     std::vector<std::pair<int, int>> counts;  // (count, sheet column)
@@ -63,9 +64,7 @@ SheetColumns AddSheetColumns(const sheet::Grid& g, WorkingTable& vs) {
     }
     for (int i = 0; i < CountColumns; ++i) {
         const int col = FindIndexColumns(g, CountNames[static_cast<std::size_t>(i)]).point;
-        if (col < 0) continue;
-        cols.counts.emplace_back(i, col);
-        vs.EnsureCount(i);
+        if (col >= 0) cols.counts.emplace_back(i, col);
     }
     return cols;
 }
@@ -80,7 +79,9 @@ void ReadSheetColumns(const sheet::Grid& g, int sheetRow, const SheetColumns& co
     for (const auto& [count, col] : cols.counts) {
         const sheet::Cell& cell = g.At(sheetRow, col);
         double value = 0;
-        if (!cell.IsEmpty() && cell.TryNumber(value)) (*vs.Count(count))[row] = value;
+        // A count's column is made at its first value: a sheet has the
+        // columns of every count its blocks could give, most of them empty.
+        if (!cell.IsEmpty() && cell.TryNumber(value)) vs.EnsureCount(count)[row] = value;
     }
 }
 

@@ -162,8 +162,8 @@ class WorkingTable {
     // A new moderator column, empty at the table's length.
     Column<Code>& AddModerator(std::string title);
 
-    // A count's column (index into CountNames), nullptr when the sheet has
-    // none; an empty cell holds NaN.
+    // A count's column (index into CountNames), nullptr when no row has
+    // that count; an empty cell holds NaN.
     const Column<double>* Count(int count) const { return counts_[Index(count)].get(); }
     Column<double>* Count(int count) { return counts_[Index(count)].get(); }
     // The count's column, made empty at the table's length when there is none yet.

@@ -174,7 +174,8 @@ TEST(Merge, ModeratorsAndCountsOfAMergedRow) {
     ASSERT_NE(vs.Count(kN1), nullptr);
     EXPECT_DOUBLE_EQ((*vs.Count(kN1))[valid[0]->row], 25);
     EXPECT_DOUBLE_EQ((*vs.Count(kEvents1))[valid[0]->row], 4);
-    EXPECT_TRUE(std::isnan((*vs.Count(kN2))[valid[0]->row]));
+    EXPECT_TRUE(std::isnan((*vs.Count(kEvents1))[valid[1]->row]));
+    EXPECT_EQ(vs.Count(kN2), nullptr);  // no row has one
     EXPECT_TRUE(std::isnan((*vs.Count(kN1))[valid[1]->row]));
 
     AnalysisFixture subgroups(
