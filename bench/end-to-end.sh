@@ -30,14 +30,16 @@ fi
 r_max_k=${R_MAX_K:-10000}
 
 format="Events and sample size in each group"
-titles="Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N"
+titles="Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N,Latitude"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # K rows of plausible trials: 20 to 500 patients an arm, a control risk of 5
 # to 30 %, a treatment that lowers it somewhat on the whole; at least one
-# event and one non-event in each arm.
+# event and one non-event in each arm. A latitude for the meta-regression
+# follows from the row's number, so the counts stay those of the files
+# timed before it was added.
 generate() {
     awk -v k="$1" -v titles="$titles" 'BEGIN {
         srand(20240611)
@@ -53,7 +55,7 @@ generate() {
             if (ea >= na) ea = na - 1
             if (eb < 1) eb = 1
             if (eb >= nb) eb = nb - 1
-            printf "Study %d,%d,%d,%d,%d\n", i, ea, na, eb, nb
+            printf "Study %d,%d,%d,%d,%d,%d\n", i, ea, na, eb, nb, 10 + (i * 37) % 50
         }
     }' >"$2"
 }
@@ -92,12 +94,14 @@ EOF
 with_r=false
 if r_baseline_ready; then with_r=true; fi
 
-# All six commands on one file.
+# All seven commands on one file.
 time_file() {
     local file=$1 k=$2
     rm -f "$work/out.syn"
     timed "analyze --json" "$k" "$cli" analyze "$file" --format "$format" --json
     timed "bias --json" "$k" "$cli" bias "$file" --format "$format" --json
+    timed "regress --method ml --json" "$k" \
+        "$cli" regress "$file" --format "$format" --predictor Latitude --method ml --json
     timed "compute --json" "$k" "$cli" compute "$file" --format "$format" --json
     timed "compute" "$k" "$cli" compute "$file" --format "$format"
     timed "convert to .syn" "$k" "$cli" convert "$file" "$work/out.syn" --format "$format"

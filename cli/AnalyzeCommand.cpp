@@ -16,6 +16,7 @@
 #include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
 #include "cli/JsonWriter.h"
+#include "cli/RandomModelTable.h"
 #include "effectsize/Trail.h"
 
 namespace synthara::cli {
@@ -29,9 +30,15 @@ constexpr std::array<const char*, 5> kLevelKeys = {"study", "subgroup", "compari
                                                    "time_point"};
 
 // The display-scale numbers of an estimate.
-void WriteDisplay(JsonWriter& json, const Estimate& e) {
+// With `random`, the random summary's prediction interval too.
+void WriteDisplay(JsonWriter& json, const Estimate& e,
+                  const analysis::SummaryResult* random = nullptr) {
     json.Key("display").BeginObject();
     json.Key("lower").Number(e.displayLower);
+    if (random != nullptr) {
+        json.Key("pi_lower").Number(random->piDisplayLower);
+        json.Key("pi_upper").Number(random->piDisplayUpper);
+    }
     json.Key("point").Number(e.displayPoint);
     json.Key("upper").Number(e.displayUpper);
     json.EndObject();
@@ -70,24 +77,36 @@ void WriteStudy(JsonWriter& json, const AnalysisResult& r, const analysis::Study
     json.EndObject();
 }
 
+// The random model's rows also carry the prediction interval, the limits of
+// tau-squared and the estimator whose value they show.
 void WriteSummary(JsonWriter& json, const analysis::SummaryResult& s) {
     const Estimate& e = s.estimate;
+    const bool random = s.model == 2;
     json.BeginObject();
     json.Key("df").Number(s.df);
-    WriteDisplay(json, e);
+    WriteDisplay(json, e, random ? &s : nullptr);
     json.Key("group").String(s.group);
     json.Key("i2").Number(s.i2);
     json.Key("k").Integer(s.k);
     json.Key("lower").Number(e.lower);
     json.Key("model").String(s.modelWord);
     json.Key("p").Number(e.p);
+    if (random) {
+        json.Key("pi_lower").Number(s.piLower);
+        json.Key("pi_upper").Number(s.piUpper);
+    }
     json.Key("point").Number(e.point);
     json.Key("q").Number(s.q);
     json.Key("q_p").Number(s.qP);
     json.Key("se").Number(e.se);
     json.Key("tau").Number(s.tau);
     json.Key("tau2").Number(s.tau2);
+    if (random) {
+        json.Key("tau2_lower").Number(s.tau2Lower);
+        json.Key("tau2_method").String(s.tau2Method);
+    }
     json.Key("tau2_se").Number(s.tau2Se);
+    if (random) json.Key("tau2_upper").Number(s.tau2Upper);
     json.Key("tau2_variance").Number(s.tau2Variance);
     json.Key("upper").Number(e.upper);
     json.Key("variance").Number(e.variance);
@@ -131,10 +150,6 @@ int SensitivityRun(const analysis::Analysis& analysis) {
     return 0;
 }
 
-std::string Decimals(const std::optional<double>& value, int digits) {
-    return value ? effectsize::FormatDecimals(*value, digits) : std::string();
-}
-
 std::string Percent(double level) {
     return std::to_string(static_cast<int>(level * 100 + 0.5)) + "%";
 }
@@ -172,9 +187,7 @@ void PrintStudies(analysis::Analysis& analysis, const AnalysisResult& r, std::os
         for (std::size_t k = 0; k < line.size() && k < widths.size(); ++k)
             widths[k] = std::max(widths[k], line[k].size());
     });
-    std::vector<std::size_t> right;
-    for (std::size_t k = firstNumber; k < head.size(); ++k)
-        right.push_back(k);
+    const std::vector<std::size_t> right = ColumnRange(firstNumber, head.size());
     PrintLine(head, widths, out, right);
     analysis::ForEachStudy(analysis, [&](const analysis::StudyResult& s) {
         lineOf(s, line);
@@ -211,9 +224,7 @@ void PrintSummaries(const AnalysisResult& r, bool grouped, std::ostream& out) {
         if (grouped) line.insert(line.begin() + 1, s.group);
         lines.push_back(std::move(line));
     }
-    std::vector<std::size_t> right;
-    for (std::size_t k = grouped ? 2 : 1; k < head.size(); ++k)
-        right.push_back(k);
+    const std::vector<std::size_t> right = ColumnRange(grouped ? 2 : 1, head.size());
     PrintColumns(lines, out, right);
 }
 
@@ -268,6 +279,11 @@ CLI::App* AddAnalyzeCommand(CLI::App& app, AnalyzeArgs& args) {
                     "Group the studies by the values of a moderator or identifying column; "
                     "all five computational models are reported");
     cmd->add_option("--run", args.run, "all (default), omit-one (one study removed) or cumulative");
+    cmd->add_option("--tau2", args.tau2,
+                    "Estimator of tau-squared for the random model: DL (default), REML, ML, PM, "
+                    "HE or SJ");
+    cmd->add_flag("--hksj", args.hksj,
+                  "Hartung-Knapp-Sidik-Jonkman limits for the random model (t on k - 1 df)");
     AddSelectionOptions(*cmd, args.selection);
     cmd->add_flag("--json", args.json, "Print JSON");
     return cmd;
@@ -293,6 +309,7 @@ void WriteAnalyzeJson(analysis::Analysis& analysis, const AnalysisResult& r, std
     json.Key("ci_level").Number(r.ciLevel);
     json.Key("computation_index").String(r.computationIndex);
     passes("cumulative", 3);
+    json.Key("hksj").Bool(r.hksj);
     json.Key("index").String(r.index);
     passes("omit_one", 2);
     json.Key("studies").BeginArray();
@@ -303,6 +320,7 @@ void WriteAnalyzeJson(analysis::Analysis& analysis, const AnalysisResult& r, std
     for (const auto& s : r.summaries)
         WriteSummary(json, s);
     json.EndArray();
+    json.Key("tau2_method").String(analysis::Tau2MethodWord(r.tau2Method));
     json.Key("transform").String(analysis::TransformWord(r.transform));
     json.EndObject();
 }
@@ -326,6 +344,15 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         return ExitUsage;
     }
 
+    std::optional<analysis::Tau2Method> tau2;
+    if (!args.tau2.empty()) {
+        tau2 = analysis::ParseTau2Method(args.tau2);
+        if (!tau2) {
+            err << "--tau2 must be one of DL, REML, ML, PM, HE, SJ\n";
+            return ExitUsage;
+        }
+    }
+
     CliPrompter prompter(err);
     const CommandObject<shell::Document> held(prompter);
     const CommandObject<analysis::Analysis> heldAnalysis(prompter);
@@ -335,6 +362,11 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     analysis.GroupBy = args.groupBy;
     analysis.RunOptions[1] = run == 2;
     analysis.RunOptions[2] = run == 3;
+    // The project's stored choices, unless the command line gives others.
+    analysis.AdjustRandomModel = [tau2, hksj = args.hksj](analysis::RandomModelOptions& o) {
+        if (tau2) o.tau2 = *tau2;
+        if (hksj) o.hksj = true;
+    };
     if (const int status =
             OpenAndAnalyze({args.input, args.format, args.separators, args.options, args.selection},
                            *held, analysis, err);
@@ -350,6 +382,8 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
     PrintStudies(analysis, result, out);
     out << '\n';
     PrintSummaries(result, analysis.Grouped(), out);
+    out << '\n';
+    PrintRandomModel(result, analysis.Grouped(), out);
     if (analysis.Grouped()) {
         out << '\n';
         PrintBetween(result, out);

@@ -23,6 +23,8 @@ struct AnalyzeArgs {
     std::string ciLevel;  // "95" or "95%"; "" for the default
     std::string groupBy;  // a moderator's or identifying column's title; "" for none
     std::string run;      // "all", "omit-one" or "cumulative"; "" for all
+    std::string tau2;     // the random model's estimator ("REML", ...); "" for the project's
+    bool hksj = false;    // the random model's adjusted limits
     bool json = false;
     std::vector<std::string> options;  // --option NAME=VALUE
     SelectionArgs selection;

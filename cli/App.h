@@ -9,12 +9,6 @@ namespace synthara::cli {
 // Exit status of every command.
 enum Exit : int { ExitDone = 0, ExitRefused = 1, ExitUsage = 2 };
 
-// How every message about a command, option, index or data format that the
-// command line offers and this version does not do yet ends, so that a script
-// tells a missing feature from a mistake: "The command \"bias\" is not built
-// in this version".
-inline constexpr const char* kNotBuilt = " is not built in this version";
-
 // argv as the program receives it (argv[0] is the program's name).
 int Run(int argc, const char* const* argv, std::ostream& out, std::ostream& err);
 // The same, for tests: the arguments after the program's name.

@@ -7,7 +7,6 @@
 
 #include "analysis/Result.h"
 #include "cli/App.h"
-#include "cli/CliPrompter.h"
 #include "cli/CommandSupport.h"
 #include "cli/JsonWriter.h"
 #include "pubbias/Tables.h"
@@ -204,13 +203,9 @@ int RunBias(const BiasArgs& args, std::ostream& out, std::ostream& err) {
         fs.tails = static_cast<int>(*args.tails);
     }
 
-    CliPrompter prompter(err);
-    const CommandObject<shell::Document> held(prompter);
-    const CommandObject<analysis::Analysis> heldAnalysis(prompter);
-    analysis::Analysis& analysis = *heldAnalysis;
-    analysis.DisplayIndex = args.index;
-    if (const int status = OpenAndAnalyze(args.in, *held, analysis, err); status != ExitDone)
-        return status;
+    AnalysedInput input(err);
+    if (const int status = input.Run(args.in, args.index); status != ExitDone) return status;
+    analysis::Analysis& analysis = *input.analysis;
     if (const auto refused = pubbias::CheckPubValid(analysis, true)) {
         err << *refused << '\n';
         return ExitRefused;

@@ -7,8 +7,8 @@
 
 #include "cli/App.h"
 #include "cli/LocaleSeparators.h"
-#include "effectsize/Compute.h"
 #include "effectsize/Options.h"
+#include "effectsize/Trail.h"
 #include "sheet/import/ImportTable.h"
 #include "shell/FileKinds.h"
 
@@ -89,21 +89,7 @@ int OpenInput(const std::string& input, const std::string& format,
     // A project's rows already carry their formats: --format names none of them.
     if (!format.empty() && shell::IsProjectFile(input))
         err << "--format has no effect on a project file\n";
-    ReportUnbuiltFormats(document, err);
     return ExitDone;
-}
-
-void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err) {
-    std::vector<std::string> reported;
-    for (int i = 0; i < document.DataRows(); ++i) {
-        const std::string format = document.RowFormat(i);
-        if (format.empty() || effectsize::ProcedureBuilt(format) ||
-            std::find(reported.begin(), reported.end(), format) != reported.end())
-            continue;
-        err << "Rows in the data format \"" << format << "\" compute nothing: their computation"
-            << kNotBuilt << '\n';
-        reported.push_back(format);
-    }
 }
 
 namespace {
@@ -122,6 +108,17 @@ void KeepToExit(const void* object) {
     // Never freed, so that what it holds stays reachable to leak checkers.
     static auto* const kept = new std::vector<const void*>;
     kept->push_back(object);
+}
+
+std::string Decimals(const std::optional<double>& value, int digits) {
+    return value ? effectsize::FormatDecimals(*value, digits) : std::string();
+}
+
+std::vector<std::size_t> ColumnRange(std::size_t first, std::size_t end) {
+    std::vector<std::size_t> columns;
+    for (std::size_t k = first; k < end; ++k)
+        columns.push_back(k);
+    return columns;
 }
 
 std::string Pad(std::string text, std::size_t width) {

@@ -2,6 +2,7 @@
 // What the commands share: opening the input and the layout of readable tables.
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,10 +36,6 @@ int OpenInput(const std::string& input, const std::string& format,
               const sheet::NumberSeparators& separators, shell::Document& document,
               std::ostream& err, const std::vector<std::string>& options = {});
 
-// Says, for each data format of the rows read whose computation is not built
-// yet, that its rows compute nothing; the command goes on.
-void ReportUnbuiltFormats(const shell::Document& document, std::ostream& err);
-
 // Set by the program's main: a command's project and analysis are then left
 // for the system to take back when the process ends, instead of being freed
 // cell by cell (a noticeable part of a second at a million rows). Callers
@@ -67,6 +64,12 @@ class CommandObject {
   private:
     std::unique_ptr<T> object_;
 };
+
+// A number with `digits` decimals, "" for none.
+std::string Decimals(const std::optional<double>& value, int digits);
+
+// The column indices first..end - 1, as PrintColumns takes those it aligns right.
+std::vector<std::size_t> ColumnRange(std::size_t first, std::size_t end);
 
 // `text` filled with blanks to `width` characters.
 std::string Pad(std::string text, std::size_t width);

@@ -15,6 +15,7 @@
 #include "analysis/DisplayVals.h"
 #include "analysis/IndexChoice.h"
 #include "analysis/Selection.h"
+#include "analysis/Tau2.h"
 #include "analysis/WorkingTable.h"
 #include "effectsize/WorkingSet.h"
 #include "ports/Progress.h"
@@ -67,6 +68,14 @@ class Analysis {
     // Changes of this run only, made to the stored choices each time they
     // are read (the command line's options); empty for none.
     std::function<void(Selection&)> AdjustSelection;
+    // The random model's estimator of tau-squared and its limits; read from
+    // the sheet by FillFromSheet, then changed by AdjustRandomModel when set
+    // (the command line's options). Models 3 to 5 keep the classic method.
+    RandomModelOptions RandomModel;
+    std::function<void(RandomModelOptions&)> AdjustRandomModel;
+    // The "Calculations" rows of run 1 where the iterative estimator did not
+    // converge: the random model there keeps the classic tau-squared.
+    std::vector<int> Tau2NotConverged;
     // The row computation's options, for a study rebuilt from its subgroups' cells.
     effectsize::ComputeOptions RowOptions;
 
@@ -198,6 +207,11 @@ class Analysis {
     void LoadMHCells();
     void SetRowKinds();
     void CopyBlockResults(int run);
+    // The random model's tau-squared of each block by the chosen estimator,
+    // into `Group T^2(run,2)` before model 2 runs; `y`, `v` and `blockOf`
+    // hold model 1's rows, each with its group's "Calculations" row.
+    void EstimateRandomTau2(int run, const std::vector<int>& calcRows, const std::vector<double>& y,
+                            const std::vector<double>& v, const std::vector<int>& blockOf);
     void EnsureRunColumns(int run);
     // Reads every filled row's point and variance from the sheet's columns.
     void LoadSources();

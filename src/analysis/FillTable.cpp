@@ -6,6 +6,7 @@
 #include "analysis/Collapse.h"
 #include "analysis/ColumnKeys.h"
 #include "analysis/IndexChoice.h"
+#include "analysis/RandomModel.h"
 #include "sheet/grid/Sheet.h"
 #include "sheet/rows/SheetCheck.h"
 
@@ -182,6 +183,8 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
     const SheetColumns kept = AddSheetColumns(g, vs);
     selection = ReadSelection(g);
     if (AdjustSelection) AdjustSelection(selection);
+    RandomModel = ReadRandomModel(g);
+    if (AdjustRandomModel) AdjustRandomModel(RandomModel);
     const int mergeCol = sheet.MergeTypeCol();
     const int directionCol = MeansDirectionColumn(g);
     const std::optional<IndexMapping> mapping = MapIndex(DisplayIndex);

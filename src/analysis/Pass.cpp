@@ -286,6 +286,12 @@ void Analysis::DoMeta(int run, int pass) {
     const bool named = vs.levelPresent[0];
     const MHIndex mh = UseMH ? MHIndexOf(ComputationIndex) : MHIndex::None;
 
+    if (run == 1) Tau2NotConverged.clear();
+    // Model 1's rows, kept for an estimator other than the classic one.
+    const bool ownTau2 = RandomModel.tau2 != Tau2Method::DL;
+    std::vector<double> rowPoints, rowVariances;
+    std::vector<int> rowBlocks;
+
     for (int m = 1; m <= NumberOfModels; ++m) {
         ModelPass model(vs, run, m, mh);
         if (m == 3 || m == 5) model.SetPooled(GetT2MP());
@@ -329,7 +335,14 @@ void Analysis::DoMeta(int run, int pass) {
             model.TakeRow(r, vs.point[r], vs.variance[r],
                           model.TauWithin(groupRow, layout.totalRow),
                           model.UsesMH() ? &terms : nullptr, group);
+            if (m == 1 && ownTau2) {
+                rowPoints.push_back(vs.point[r]);
+                rowVariances.push_back(vs.variance[r]);
+                rowBlocks.push_back(groupRow);
+            }
         }
+        if (m == 1 && ownTau2)
+            EstimateRandomTau2(run, layout.calcRows, rowPoints, rowVariances, rowBlocks);
         if (m == 5 && layout.totalRow != NoRow) {
             // One group: the total is that of the pooled tau-squared.
             if (FullyRandomOneGroup()) {

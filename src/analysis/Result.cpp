@@ -4,6 +4,7 @@
 
 #include "analysis/Analysis.h"
 #include "analysis/ColumnKeys.h"
+#include "analysis/RandomModel.h"
 #include "stats/Formulas.h"
 
 namespace synthara::analysis {
@@ -50,6 +51,7 @@ SummaryResult Summary(Analysis& a, int calcRow, int model) {
     s.model = model;
     s.modelWord = std::string(ModelWords[static_cast<std::size_t>(model)]);
     s.group = std::string(vs.texts.Text(vs.groupBy[calcRow]));
+    s.row = calcRow;
     const std::optional<double> k = NumberIn(ref(Stat::K), calcRow);
     s.k = k ? static_cast<int>(std::lround(*k)) : 0;
     if (s.k <= 0) return s;  // a block without rows has no figures
@@ -140,6 +142,7 @@ AnalysisResult CollectSummaries(Analysis& analysis) {
         }
         if (shown && analysis.Grouped()) result.between.push_back(Between(analysis, blocks, m));
     }
+    AddRandomModelFigures(analysis, result);
     result.notes = IndependenceNotes(analysis);
     return result;
 }

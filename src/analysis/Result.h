@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/DisplayVals.h"
+#include "analysis/Tau2.h"
 
 namespace synthara::analysis {
 
@@ -39,6 +40,13 @@ struct SummaryResult {
     Estimate estimate;  // nothing when k is 0
     std::optional<double> q, df, qP, i2;
     std::optional<double> tau2, tau2Se, tau2Variance, tau;
+    int row = 0;  // the block's "Calculations" row in the working table
+    // The random model's own figures (model 2 only): the prediction interval
+    // on both scales, the confidence limits of tau-squared, and the estimator
+    // whose value `tau2` is ("DL" where the chosen one did not converge).
+    std::optional<double> piLower, piUpper, piDisplayLower, piDisplayUpper;
+    std::optional<double> tau2Lower, tau2Upper;
+    std::string tau2Method;
 };
 
 // The Q of a model split into the part within the groups and the part
@@ -66,10 +74,12 @@ struct AnalysisResult {
     std::string computationIndex;  // as computed
     Transform transform = Transform::None;
     double ciLevel = DefaultCILevel;
-    std::array<bool, 5> levelPresent{};    // which identifying columns the table has
-    std::vector<StudyResult> studies;      // in display order, valid or not; CollectResult only
-    std::vector<SummaryResult> summaries;  // the model rows on show, by model, groups then total
-    std::vector<BetweenResult> between;    // with a grouping, each model on show
+    Tau2Method tau2Method = Tau2Method::DL;  // the random model's estimator
+    bool hksj = false;                       // its limits adjusted, t on k - 1 df
+    std::array<bool, 5> levelPresent{};      // which identifying columns the table has
+    std::vector<StudyResult> studies;        // in display order, valid or not; CollectResult only
+    std::vector<SummaryResult> summaries;    // the model rows on show, by model, groups then total
+    std::vector<BetweenResult> between;      // with a grouping, each model on show
     // The notes under the summary on rows of one study taken as independent.
     std::vector<std::string> notes;
 };

@@ -57,14 +57,6 @@ bool IsModerator(const sheet::Grid& g, int col) {
     return g.TextIs(MetaRow::Function, col, "Moderator");
 }
 
-void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
-    if (text.empty()) {
-        if (!sheet.Flex().IsBlank(row, col)) sheet.ClearCell(row, col);
-    } else if (!sheet.Flex().TextIs(row, col, text)) {
-        sheet.SetText(row, col, std::move(text));
-    }
-}
-
 }  // namespace
 
 // The level's name in lower case: "comparison", "outcome", "time point".
@@ -151,6 +143,14 @@ void WriteSelection(sheet::Sheet& sheet, const Selection& selection) {
             }
             PutText(sheet, ExcludedRow, c, std::move(excluded));
         }
+    }
+}
+
+void PutText(sheet::Sheet& sheet, int row, int col, std::string text) {
+    if (text.empty()) {
+        if (!sheet.Flex().IsBlank(row, col)) sheet.ClearCell(row, col);
+    } else if (!sheet.Flex().TextIs(row, col, text)) {
+        sheet.SetText(row, col, std::move(text));
     }
 }
 

@@ -63,6 +63,9 @@ Selection ReadSelection(const sheet::Grid& grid);
 // Writes the choices into the metadata rows of every identifying and
 // moderator column (blank where there is nothing to keep).
 void WriteSelection(sheet::Sheet& sheet, const Selection& selection);
+// Writes a stored choice's text into a metadata cell, or clears the cell for
+// "", touching only what changes.
+void PutText(sheet::Sheet& sheet, int row, int col, std::string text);
 
 // Parts of a text between separators ("a|b" gives "a" and "b"; "" gives "").
 std::vector<std::string> SplitText(std::string_view text, char separator);

@@ -131,6 +131,17 @@ class SensitivityRun {
             const Results total = Model1(*totalFixed1_, SetOf(d_.total.front(), i), i);
             totalT2 = total.K > 0 ? total.v.T2 : 0;
         }
+        // Or the chosen estimator's, over the pass's rows of the total and
+        // of the block: the one weighs the rows, the other is shown.
+        double randomT2 = r1.v.T2, randomVarT2 = r1.v.varT2;
+        if (a_.RandomModel.tau2 != Tau2Method::DL) {
+            OwnTau2(group, randomT2, randomVarT2);
+            double totalVarT2 = 0;
+            if (a_.Grouped())
+                OwnTau2(SetOf(d_.total.front(), i), totalT2, totalVarT2);
+            else
+                totalT2 = randomT2;
+        }
         Write(row, 1, r1, r1.v.T2, r1.v.varT2);
         for (int m = 2; m <= a_.NumberOfModels; ++m) {
             Results r;
@@ -141,7 +152,10 @@ class SensitivityRun {
             }
             r = Varying(m, d_.span[static_cast<std::size_t>(i)], group, i,
                         m == 2 ? totalT2 : (r1.K > 0 ? r1.v.T2 : 0));
-            Write(row, m, r, r1.v.T2, r1.v.varT2);
+            if (m == 2)
+                Write(row, m, r, randomT2, randomVarT2);
+            else
+                Write(row, m, r, r1.v.T2, r1.v.varT2);
         }
     }
 
@@ -226,6 +240,26 @@ class SensitivityRun {
             return Summarise(p);
         }
         return Direct(set, t);
+    }
+
+    // The chosen estimator over a set of rows, in place of the classic
+    // `t2` and `variance`; these stay for a set of one row and where the
+    // estimator does not converge. Linear in the set, so a run with it is
+    // quadratic in k where the classic one is linear.
+    void OwnTau2(const RowSet& set, double& t2, double& variance) {
+        setY_.clear();
+        setV_.clear();
+        for (int j = set.first; j < set.last; ++j) {
+            if (j == set.skip) continue;
+            setY_.push_back(d_.y[static_cast<std::size_t>(j)]);
+            setV_.push_back(d_.v[static_cast<std::size_t>(j)]);
+        }
+        if (setY_.size() < 2) return;
+        const Tau2Estimate e =
+            EstimateTau2(a_.RandomModel.tau2, setY_, setV_, a_.RandomModel.control);
+        if (!e.converged) return;
+        t2 = e.tau2;
+        variance = e.variance;
     }
 
     RowSet SetOf(const Span& s, int i) const {
@@ -328,6 +362,7 @@ class SensitivityRun {
     std::optional<RunningSums> fixed1_, totalFixed1_, pooledSums_;
     std::vector<WeightSeries> series2_, series4_;
     Analysis::PooledTau pooled_;
+    std::vector<double> setY_, setV_;  // the rows of OwnTau2's set
 };
 
 std::string PassText(int run, int pass, const std::string& name) {

@@ -14,6 +14,7 @@
 #include "effectsize/ComputeFromOneGroup.h"
 #include "effectsize/ComputeFromPersonYears.h"
 #include "effectsize/ComputeFromPeto.h"
+#include "effectsize/ComputePoint.h"
 #include "effectsize/RolePlan.h"
 #include "effectsize/Trail.h"
 #include "sheet/catalogue/FormatCatalogue.h"
@@ -28,8 +29,7 @@ using ProcedureFn = void (*)(const sheet::FormatDef&, WorkingSet&, ComputeContex
 
 constexpr std::size_t kProcedureCount = static_cast<std::size_t>(Procedure::ComputePointCorr) + 1;
 
-// The procedures that are built, by the catalogue's procedure of a format.
-// A procedure without an entry computes nothing: its rows stay invalid.
+// The family procedures, by the catalogue's procedure of a format.
 constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
     std::array<ProcedureFn, kProcedureCount> table{};
     auto set = [&table](Procedure procedure, ProcedureFn fn) {
@@ -48,9 +48,17 @@ constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
     set(Procedure::ComputeFromPairedMeans, &ComputeFromPairedMeans);
     set(Procedure::ComputeFromPairedMeansTest, &ComputeFromPairedMeansTest);
     set(Procedure::ComputeFromPrePostMeans, &ComputeFromPrePostMeans);
+    set(Procedure::ComputePointLog, &ComputePointLog);
+    set(Procedure::ComputePoint, &ComputePoint);
+    set(Procedure::ComputePointTIndep, &ComputePointTIndep);
+    set(Procedure::ComputePointTPaired, &ComputePointTPaired);
+    set(Procedure::ComputePointCorr, &ComputePointCorr);
     return table;
 }
 constexpr std::array<ProcedureFn, kProcedureCount> kProcedures = MakeProcedureTable();
+static_assert(std::none_of(kProcedures.begin() + 1, kProcedures.end(),
+                           [](ProcedureFn fn) { return fn == nullptr; }),
+              "a procedure of the catalogue has no function");
 
 ProcedureFn ProcedureOf(Procedure procedure) {
     const auto at = static_cast<std::size_t>(procedure);
@@ -246,7 +254,7 @@ void RunProcedure(const sheet::FormatDef* format, WorkingSet& ws, ComputeContext
     }
 }
 
-bool ProcedureBuilt(std::string_view format) {
+bool ComputesFormat(std::string_view format) {
     return ProcedureOf(sheet::ProcedureFor(format)) != nullptr;
 }
 

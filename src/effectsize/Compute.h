@@ -14,8 +14,7 @@ namespace synthara::effectsize {
 void Compute(sheet::Sheet& sheet, int& firstRow, int& lastRow, ComputeContext& context);
 
 // Runs the format's procedure on a prepared working set, then leaves no index
-// valid whose numbers are not all finite. nullptr, or a format whose
-// procedure is not built yet, computes nothing.
+// valid whose numbers are not all finite. nullptr computes nothing.
 void RunProcedure(const sheet::FormatDef* format, WorkingSet& ws, ComputeContext& context);
 
 // RunProcedure for the format of that long name (legacy names included).
@@ -27,9 +26,9 @@ void Dispatch(std::string_view format, WorkingSet& ws, ComputeContext& context);
 bool ReadEntries(const sheet::Grid& flex, const sheet::NumberSeparators& separators, int row,
                  const std::array<int, MaxRoles>& roleCol, WorkingSet& ws);
 
-// True when the procedure of `format` is built; rows of other formats are
-// read and kept, and compute nothing.
-bool ProcedureBuilt(std::string_view format);
+// True when rows of `format` (legacy names included) are computed; rows of
+// a name the program does not know are read and kept, and compute nothing.
+bool ComputesFormat(std::string_view format);
 
 // Gives a procedure its four working cells from the 3-by-3 table `cells`
 // (1-based: cells[1][1] is A). With addFudge and a zero product, 0.5 is added

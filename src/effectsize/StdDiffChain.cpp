@@ -33,11 +33,6 @@ constexpr Formula kLogOddsVar{"LogOddsVariance =  {LogOddsSE} ^ 2"};
 constexpr Formula kPairedLogOddsVar{"LogOddsVariance = {LogOddsSE} ^ 2"};
 constexpr Formula kOddsRatio{"OddsRatio = Exp({LogOddsRatio})"};
 
-void AddSteps(std::string& trail, std::initializer_list<std::string_view> lines) {
-    for (std::string_view line : lines)
-        AddFormula(trail, line, "S");
-}
-
 // The lines that say which step of the sequence a tab shows.
 void AddSequence(std::string& trail, const ChainInput& in, std::string_view then,
                  std::string_view last) {
@@ -46,7 +41,9 @@ void AddSequence(std::string& trail, const ChainInput& in, std::string_view then
                      then, last, "To see prior steps, select the appropriate tab above."});
 }
 
-void HedgesG(const ChainInput& in, WorkingSet& ws, const ComputeOptions& options) {
+}  // namespace
+
+void HedgesGFromD(const ChainInput& in, WorkingSet& ws, const ComputeOptions& options) {
     // Whole degrees of freedom, rounded half to even.
     const int df = static_cast<int>(std::nearbyint(in.pairedDesign ? in.nTot - 1 : in.nTot - 2));
     const int method = options.GVarianceMethod;
@@ -78,7 +75,7 @@ void HedgesG(const ChainInput& in, WorkingSet& ws, const ComputeOptions& options
     kGVar.AddNumbers(t, values, G3(se * se));
 }
 
-void Correlation(const ChainInput& in, WorkingSet& ws) {
+void CorrelationFromD(const ChainInput& in, WorkingSet& ws) {
     // Sizes of one or less would divide by zero; both are then taken as 1.
     double n1 = in.n1, n2 = in.n2;
     if (!(n1 > 1 && n2 > 1)) n1 = n2 = 1;
@@ -109,24 +106,28 @@ void Correlation(const ChainInput& in, WorkingSet& ws) {
     ws.EsFormula[Ix::FishersZ] = t;
 }
 
-void LogOdds(const ChainInput& in, WorkingSet& ws) {
+bool LogOddsFromD(const ChainInput& in, WorkingSet& ws) {
     const double logOdds = stats::DToLogOdds(in.d);
     const double se = stats::DSEToLogOddsSE(in.dSE);
     if (in.oddsLimit == OddsLimit::RefuseAbove700 && std::fabs(logOdds) > 700) {
         AddErr(ws.RowErrors, "The effect size exceeds computer memory");
-        return;
+        return false;
+    }
+    if (in.oddsLimit == OddsLimit::RefuseAbove620 && logOdds > 620) {
+        AddErr(ws.RowErrors, "Cannot compute with entered data");
+        return false;
     }
     if (in.oddsLimit == OddsLimit::SkipAbove620 && logOdds > 620) {
-        if (!ws.BuildTrails) return;
+        if (!ws.BuildTrails) return true;
         std::string& t = ws.EsFormula[Ix::LogOddsRatio];
         AddFormula(t, "Odds ratio", "T");
         AddFormula(t, "cannot be computed from entered data", "S");
-        return;
+        return true;
     }
     const double oddsRatio = std::exp(logOdds);
     ws.SetResult(Ix::LogOddsRatio, logOdds, se, se * se);
     ws.SetPoint(Ix::OddsRatio, oddsRatio);
-    if (!ws.BuildTrails) return;
+    if (!ws.BuildTrails) return true;
 
     std::string& t = ws.EsFormula[Ix::LogOddsRatio];
     AddFormula(t, "Log odds ratio", "T");
@@ -151,9 +152,8 @@ void LogOdds(const ChainInput& in, WorkingSet& ws) {
     kOddsRatio.AddSymbols(t);
     kOddsRatio.AddNumbers(t, values, G3(oddsRatio));
     ws.EsFormula[Ix::OddsRatio] = t;
+    return true;
 }
-
-}  // namespace
 
 double ApplyDirection(double value, double code) {
     if (code == 2) return -std::fabs(value);
@@ -190,9 +190,9 @@ void PairedFromD(double d, double dSE, const PairedWords& words, WorkingSet& ws,
 }
 
 void StdDiffChain(const ChainInput& in, WorkingSet& ws, const ComputeOptions& options) {
-    HedgesG(in, ws, options);
-    Correlation(in, ws);
-    LogOdds(in, ws);
+    HedgesGFromD(in, ws, options);
+    CorrelationFromD(in, ws);
+    LogOddsFromD(in, ws);
 }
 
 }  // namespace synthara::effectsize

@@ -14,8 +14,9 @@ double ApplyDirection(double value, double code);
 
 // The log odds ratio from d overflows its ratio beyond these. The procedure
 // of independent means refuses the row above 700 on the absolute value;
-// the others leave the odds ratio out above 620 on the signed value.
-enum class OddsLimit { RefuseAbove700, SkipAbove620 };
+// the others leave the odds ratio out above 620 on the signed value, or,
+// where d came from an effect the user computed, refuse the row there.
+enum class OddsLimit { RefuseAbove700, SkipAbove620, RefuseAbove620 };
 
 struct ChainInput {
     double d = 0, dSE = 0;
@@ -41,5 +42,11 @@ void PairedFromD(double d, double dSE, const PairedWords& words, WorkingSet& ws,
 
 // g, r, Fisher's Z and the log odds ratio from d.
 void StdDiffChain(const ChainInput& in, WorkingSet& ws, const ComputeOptions& options);
+
+// The chain's steps one by one, for families that take only some of them.
+void HedgesGFromD(const ChainInput& in, WorkingSet& ws, const ComputeOptions& options);
+void CorrelationFromD(const ChainInput& in, WorkingSet& ws);
+// False when the row is refused for the size of the log odds ratio.
+bool LogOddsFromD(const ChainInput& in, WorkingSet& ws);
 
 }  // namespace synthara::effectsize

@@ -128,6 +128,11 @@ void AddFormula(std::string& trail, std::string_view line, std::string_view sect
     }
 }
 
+void AddSteps(std::string& trail, std::initializer_list<std::string_view> lines) {
+    for (std::string_view line : lines)
+        AddFormula(trail, line, "S");
+}
+
 // Numbers in trails are rounded half away from zero, as a reader rounding by
 // hand would, and a value that rounds to zero prints without a sign.
 std::string FormatDecimals(double value, int digits) {

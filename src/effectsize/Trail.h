@@ -20,6 +20,8 @@ void AddFormula(std::string& trail, std::string_view line, std::string_view sect
 
 // One line of a trail from its pieces, allocated once.
 std::string Cat(std::initializer_list<std::string_view> parts);
+// Each line as a step.
+void AddSteps(std::string& trail, std::initializer_list<std::string_view> lines);
 // A step made of pieces: AddFormula(trail, Cat(parts), "S") without the temporary.
 void AddStep(std::string& trail, std::initializer_list<std::string_view> parts);
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "analysis/Analysis.h"
+#include "analysis/RandomModel.h"
 #include "effectsize/Compute.h"
 #include "sheet/blocks/CellBorders.h"
 #include "sheet/files/ProjectFile.h"
@@ -135,6 +136,11 @@ bool Document::SetOptions(const effectsize::ComputeOptions& options) {
     return true;
 }
 
+void Document::SetRandomModel(const analysis::RandomModelOptions& options) {
+    analysis::WriteRandomModel(sheet_, options);
+    SetDirty(true);
+}
+
 bool Document::EditCell(int row, int col, std::string text) {
     if (row < sheet_.Flex().FixedRows()) return false;
     return !FinishEdit(row, col, std::move(text)).Empty();
@@ -164,7 +170,7 @@ sheet::FileResult Document::Save(const std::filesystem::path& path) {
     // Opening computes every row again, so the display cells of the rows
     // this program computes are not written.
     const sheet::FileResult saved = sheet::SaveProjectFile(
-        sheet_, path, [](std::string_view format) { return effectsize::ProcedureBuilt(format); });
+        sheet_, path, [](std::string_view format) { return effectsize::ComputesFormat(format); });
     if (!saved.ok) return saved;
     project_.CurrentFilePath = path.string();
     project_.CurrentFileTitle = path.filename().string();

@@ -109,6 +109,9 @@ class Document {
     // CheckVals's box and change nothing (false). Otherwise they are kept in
     // the Settings column and every row is computed with them.
     bool SetOptions(const effectsize::ComputeOptions& options);
+    // The random model's estimator of tau-squared and its limits, kept in the
+    // Settings column beside the computation options; the next run takes them.
+    void SetRandomModel(const analysis::RandomModelOptions& options);
 
     // The user types `text` into a data cell, as FinishEdit does it. False,
     // and nothing said, when the cell is not one the user may type into or

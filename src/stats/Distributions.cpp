@@ -63,6 +63,10 @@ double VBDCHIDF(double x, double df) {
     return Guarded([&] { return boost::math::cdf(ChiSquared(df), x); });
 }
 
+double ChiSquareQuantile(double p, double df) {
+    return Guarded([&] { return boost::math::quantile(ChiSquared(df), p); });
+}
+
 RegressionLine VBDRLINE(const std::vector<double>& x, const std::vector<double>& y) {
     RegressionLine line;
     const std::size_t n = std::min(x.size(), y.size());

@@ -16,6 +16,9 @@ double VBDTDF(double t, double df);
 double VBDTIN(double p, double df);
 // P(X < x) for chi-squared with df degrees of freedom; 0 for x <= 0.
 double VBDCHIDF(double x, double df);
+// x with P(X < x) = p for chi-squared with df degrees of freedom; NaN outside
+// the domain.
+double ChiSquareQuantile(double p, double df);
 
 // Ordinary least-squares line y = intercept + slope * x.
 struct RegressionLine {

@@ -42,6 +42,8 @@ TEST(AnalyzeCommand, RefusesWhatItCannotAnalyze) {
         {{"--run", "sideways"}, ExitUsage, "--run"},
         {{"--index", "Hedges's g", "--ci-level", "96"}, ExitUsage, "--ci-level"},
         {{"--ci-level", "90%"}, ExitDone, ""},
+        {{"--tau2", "Bayes"}, ExitUsage, "--tau2 must be one of DL, REML, ML, PM, HE, SJ"},
+        {{"--tau2", "reml", "--hksj"}, ExitDone, ""},
     };
     for (const auto& c : cases) {
         const Ran ran = Analyze(c.options);
@@ -127,6 +129,33 @@ TEST(AnalyzeCommand, JsonKeepsEveryRowAndPrintsNullForWhatIsMissing) {
     EXPECT_EQ(j["summaries"][1]["model"], "Random");
     EXPECT_EQ(j["summaries"][1]["group"], "Overall");
     EXPECT_EQ(j["summaries"][1]["k"], 2);
+}
+
+// Only the random rows carry the prediction interval and the limits of
+// tau-squared; the readable output names the estimator and the limits.
+TEST(AnalyzeCommand, TheRandomRowsCarryTheEstimatorsFigures) {
+    const std::string rows = std::string(kTitles) +
+                             "A,4,123,11,139\nB,6,306,29,303\nC,3,231,11,220\nD,62,1360,248,1287\n";
+    const Ran json = AnalyzeText(rows, {"--tau2", "PM", "--hksj", "--json"});
+    ASSERT_EQ(json.status, ExitDone) << json.err;
+    const auto j = nlohmann::json::parse(json.out);
+    EXPECT_EQ(j["tau2_method"], "PM");
+    EXPECT_EQ(j["hksj"], true);
+    const auto& fixed = j["summaries"][0];
+    const auto& random = j["summaries"][1];
+    EXPECT_FALSE(fixed.contains("pi_lower"));
+    EXPECT_EQ(random["tau2_method"], "PM");
+    EXPECT_LT(random["pi_lower"].get<double>(), random["lower"].get<double>());
+    EXPECT_LT(random["display"]["pi_lower"].get<double>(),
+              random["display"]["lower"].get<double>());
+    EXPECT_TRUE(random["tau2_lower"].is_number());
+
+    const Ran text = AnalyzeText(rows, {"--tau2", "PM", "--hksj"});
+    EXPECT_NE(text.out.find("Prediction lower"), std::string::npos);
+    EXPECT_NE(text.out.find("tau-squared by Paule-Mandel (PM); 95% limits with the "
+                            "Hartung-Knapp-Sidik-Jonkman adjustment"),
+              std::string::npos)
+        << text.out;
 }
 
 // A grouping prints each group's rows, the Q between the groups and the

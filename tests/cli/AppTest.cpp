@@ -8,30 +8,21 @@ namespace {
 using clitest::Ran;
 using clitest::RunCli;
 
-// What the command line offers and this version lacks is said in words a
-// script can tell from a mistyped command or option.
-TEST(App, SaysWhatIsNotBuiltYet) {
+// A mistyped command or option is a usage error, told apart from a refusal of
+// the data by its exit status.
+TEST(App, MistypedCommandsAndOptionsAreUsageErrors) {
     const std::string path = clitest::WriteFile("events.csv", "Study name,Group-A Events\nA,4\n");
-    const struct {
-        std::vector<std::string> args;
-        const char* err;  // "" for a plain usage error
-    } cases[] = {
-        {{"regress", path, "--predictor", "x"},
-         "The command \"regress\" is not built in this version\n"},
-        {{"analyze", path, "--tau2=REML"},
-         "The option --tau2 of \"analyze\" is not built in this version\n"},
-        {{"biass", path}, ""},
-        {{"analyze", path, "--rnu", "all"}, ""},
-        {{"compute", path, "--run", "all"}, ""},  // --run is analyze's alone
+    const std::vector<std::vector<std::string>> cases = {
+        {"biass", path},
+        {"analyze", path, "--rnu", "all"},
+        {"compute", path, "--run", "all"},  // --run is analyze's alone
+        {"analyze", path, "--tau2", "REMl2"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.args[0] + " " + c.args.back());
-        const Ran ran = RunCli(c.args);
+    for (const auto& args : cases) {
+        SCOPED_TRACE(args[0] + " " + args.back());
+        const Ran ran = RunCli(args);
         EXPECT_EQ(ran.status, ExitUsage);
-        if (*c.err != '\0')
-            EXPECT_EQ(ran.err, c.err);
-        else
-            EXPECT_EQ(ran.err.find(kNotBuilt), std::string::npos) << ran.err;
+        EXPECT_FALSE(ran.err.empty());
     }
 }
 

@@ -278,7 +278,8 @@ TEST(ComputeFromEvents, FormatsWithoutATableShowOneBoxAndComputeNothing) {
     EXPECT_EQ(condition.prompter.Only(), "Error|Error");
     EXPECT_TRUE(condition.ValidIndices().empty());
 
-    // Dispatch routes every name; procedures not built compute nothing.
+    // Dispatch routes every name: a row its procedure refuses, or a name no
+    // procedure knows, computes nothing.
     for (const char* format : {"Mean, SD and sample size in each group", "No such format",
                                "Cases and controls in each condition"}) {
         Row row(kEventsN, {4, 123, 11, 139});

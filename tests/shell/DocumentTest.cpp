@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/RandomModel.h"
 #include "sheet/files/ProjectFile.h"
 #include "sheet/grid/MetaRows.h"
 #include "shell/CellDisplay.h"
@@ -202,6 +203,9 @@ TEST_F(DocumentTest, OptionsAreKeptWithTheProjectAndComputeEveryRow) {
     EXPECT_TRUE(document.Dirty());
     ASSERT_EQ(recorder.changes.size(), 1u);
 
+    // The random model's choices stand beside them.
+    document.SetRandomModel({analysis::Tau2Method::REML, true, {}});
+
     // A saved project opens with its own options.
     const std::string path = TempFile("options.syn");
     ASSERT_TRUE(document.Save(path).ok);
@@ -209,6 +213,9 @@ TEST_F(DocumentTest, OptionsAreKeptWithTheProjectAndComputeEveryRow) {
     ASSERT_TRUE(reopened.Open(path).ok());
     EXPECT_EQ(reopened.Options().ImputedR, 0.3);
     EXPECT_EQ(reopened.Options().PoolVarianceMethod, 2);
+    const analysis::RandomModelOptions random = analysis::ReadRandomModel(reopened.Sheet().Flex());
+    EXPECT_EQ(random.tau2, analysis::Tau2Method::REML);
+    EXPECT_TRUE(random.hksj);
 }
 
 // Typing in the grid: what each commit writes besides the cell, as the

@@ -10,7 +10,7 @@
 namespace synthara::sheet {
 
 // The meaning of a role's value. Each family adds the meanings its
-// procedure reads; None is a role no built procedure reads yet.
+// procedure reads; None is the meaning of no role of the catalogue.
 enum class RoleKind : std::uint8_t {
     None,
     // Two-group event data, group A and group B.
@@ -100,6 +100,19 @@ enum class RoleKind : std::uint8_t {
     PChangeB,
     FValue,
     StandardizeBy,
+    // An effect the user computed: a ratio as it is, or its log; a
+    // difference or a generic estimate; g, r or Fisher's Z (with LowerLimit,
+    // UpperLimit, ConfidenceLevel, StdErr and Variance for its spread).
+    Ratio,
+    LogRatio,
+    PointEstimate,
+    HedgesG,
+    Correlation,
+    FisherZ,
+    // Reliabilities of the two measures and the range restriction of a correlation.
+    Rxx,
+    Ryy,
+    RangeRestriction,
 };
 
 // Two-group event data: what the user typed for each group.
@@ -229,16 +242,62 @@ struct PrePostLayout {
     PrePostEntry entry = PrePostEntry::MeansSDPrePost;
 };
 
+// An effect computed by the user, given with what gives its spread.
+enum class PointForm : std::uint8_t { Limits, StdErr, Variance };
+
+// A ratio analysed in logs: which ratio it is.
+enum class RatioFamily : std::uint8_t { Odds, Risk, Rate, Hazard, Generic };
+struct PointLogLayout {
+    RatioFamily family = RatioFamily::Odds;
+    PointForm form = PointForm::Limits;
+};
+
+// A difference analysed as it is.
+enum class DifferenceFamily : std::uint8_t { Risk, Rate, Generic };
+struct PointLayout {
+    DifferenceFamily family = DifferenceFamily::Risk;
+    PointForm form = PointForm::Limits;
+};
+
+// A difference in means computed by the user: which index was given.
+enum class MeansIndex : std::uint8_t { RawDifference, CohensD, HedgesG };
+struct PointTIndepLayout {
+    MeansIndex given = MeansIndex::RawDifference;
+    PointForm form = PointForm::Limits;
+};
+struct PointTPairedLayout {
+    MeansIndex given = MeansIndex::RawDifference;
+    PointForm form = PointForm::Limits;
+};
+
+// A correlation, or its Fisher's Z, with what gives its sample size or spread.
+enum class CorrEntry : std::uint8_t {
+    CorrAndN,
+    CorrAndT,
+    TAndN,
+    PAndN,
+    CorrAndSE,
+    CorrAndVariance,
+    ZAndN,
+    ZAndSE,
+    ZAndVariance,
+    Artifacts,
+};
+struct PointCorrLayout {
+    CorrEntry entry = CorrEntry::CorrAndN;
+};
+
 // Formats that are the only one of their procedure.
 struct PetoLayout {};
 struct ChiSquareLayout {};
 
 // A format's variant within its procedure's family: one type per family.
-// std::monostate where no procedure is built for the format yet, and for
-// names a procedure accepts without having a table for them.
+// std::monostate for names a procedure accepts without having a table for
+// them.
 using FormatLayout =
     std::variant<std::monostate, EventsLayout, CaseControlLayout, PersonYearsLayout,
                  OneGroupPYLayout, OneGroupEventsLayout, OneGroupMeansLayout, PetoLayout,
-                 ChiSquareLayout, MeansLayout, PairedMeansLayout, PrePostLayout>;
+                 ChiSquareLayout, MeansLayout, PairedMeansLayout, PrePostLayout, PointLogLayout,
+                 PointLayout, PointTIndepLayout, PointTPairedLayout, PointCorrLayout>;
 
 }  // namespace synthara::sheet

@@ -58,6 +58,10 @@ struct SettingsRow {
     static constexpr int FudgeFactor = 81;
     static constexpr int PoolVarianceMethod = 82;
     static constexpr int GVarianceMethod = 83;
+    // The random model's estimator of tau-squared ("REML", ...; blank for the
+    // classic one) and "1" for its adjusted limits.
+    static constexpr int Tau2Method = 85;
+    static constexpr int Hksj = 86;
 };
 
 // Keys of the system columns; the columns are found by key, never by number.
