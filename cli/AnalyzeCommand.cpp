@@ -388,6 +388,8 @@ int RunAnalyze(const AnalyzeArgs& args, std::ostream& out, std::ostream& err) {
         out << '\n';
         PrintBetween(result, out);
     }
+    for (const std::string& note : result.notes)
+        out << '\n' << note << '\n';
     if (run != 1) {
         out << '\n';
         PrintPasses(analysis, run, out);

@@ -139,10 +139,18 @@ class Analysis {
     // else 0 (a meta-analysis of the rows).
     int GetMergeMode(int first, int last) const;
 
+    // Which model rows of each block are on show, by RunWhich without a
+    // grouping and by CompModelA and ShowOverall with one. Compute ends with
+    // it; "Show overall summary" calls it alone, since no number changes.
+    void FilterRows();
+
     // The "Calculations" rows of the summary blocks, top to bottom; the last
     // one is the total's.
     std::vector<int> CalculationRows() const;
     bool Grouped() const { return !GroupBy.empty() && GroupBy != NoGrouping; }
+    // The identifying level (1 to 5) the grouping names; 0 when it names a
+    // moderator or there is none.
+    int GroupLevel() const { return Grouped() ? groupLevel_ : 0; }
 
     // The models of a grouping. Pooled tau-squared of the groups' model 1
     // results (method of moments) and its variance; all read from run 1.
@@ -184,6 +192,9 @@ class Analysis {
     enum class MergeRule { Mean, MiniMeta, Subgroups };
     // The frame of Aggregate, MiniMerge and MergeSubgroups (see Merge.cpp).
     void MergeStep(int level, MergeRule rule);
+    // The moderators and counts of the row inserted after first..last;
+    // `disjoint` when the rows are samples of their own (subgroups).
+    void MergeModeratorsAndCounts(int first, int last, int row, bool disjoint);
     // Whether a coarser level is about to be merged, so that the rows of
     // `level` used on their own must first become one row per coarser key.
     bool CoarserMergeFollows(int level) const;
@@ -194,7 +205,6 @@ class Analysis {
     bool LoadGroups();
     // Reads each row's 2x2 cells for the Mantel-Haenszel terms.
     void LoadMHCells();
-    void ShowModelRows();
     void SetRowKinds();
     void CopyBlockResults(int run);
     // The random model's tau-squared of each block by the chosen estimator,
@@ -216,6 +226,7 @@ class Analysis {
     // the grouping column's text, and the 2x2 cells.
     std::string groupsLoaded_;  // the grouping whose texts groupCodes_ holds
     std::vector<Code> groupCodes_;
+    int groupLevel_ = 0;  // of the column groupCodes_ came from
     std::vector<Code> CodesOf(const std::vector<std::string>& texts);
     bool mhLoaded_ = false;
     std::vector<std::array<double, 4>> mhCells_;

@@ -49,7 +49,7 @@ ComputeStatus Analysis::Compute() {
     RunPasses();
     for (int m = 1; m <= NumberOfModels; ++m)
         DisplayWeights(m);
-    ShowModelRows();
+    FilterRows();
     SetRowKinds();
     return ComputeStatus::Done;
 }
@@ -247,7 +247,7 @@ std::vector<int> Analysis::CalculationRows() const {
 // and the random row follow RunWhich and the others stay hidden; with one,
 // each block's rows follow the flags of its kind, and the total may be
 // hidden as a whole.
-void Analysis::ShowModelRows() {
+void Analysis::FilterRows() {
     const bool grouped = Grouped();
     for (int calc : CalculationRows()) {
         const bool overall = vs.kind[calc] == RowKind::Overall;

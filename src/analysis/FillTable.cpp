@@ -43,6 +43,49 @@ std::array<int, PopulationLevels> PopulationCols(const sheet::Grid& g) {
     return cols;
 }
 
+// A cell's text as a code of the pool; an empty cell is "".
+Code InternCell(TextPool& texts, const sheet::Cell& cell) {
+    return cell.IsText() ? texts.Intern(cell.TextView()) : texts.Intern(cell.Text());
+}
+
+// The sheet's columns the table keeps beside the identifying ones: each
+// moderator, and each count the sheet has a column for (the table's column
+// is made when a row has a value).
+struct SheetColumns {
+    std::vector<int> moderators;
+    std::vector<std::pair<int, int>> counts;  // (count, sheet column)
+};
+
+SheetColumns AddSheetColumns(const sheet::Grid& g, WorkingTable& vs) {
+    SheetColumns cols;
+    for (int c = 0; c < g.Cols(); ++c) {
+        if (!g.TextIs(MetaRow::Function, c, "Moderator")) continue;
+        cols.moderators.push_back(c);
+        vs.AddModerator(g.Text(MetaRow::ColumnHeader, c));
+    }
+    for (int i = 0; i < CountColumns; ++i) {
+        const int col = FindIndexColumns(g, CountNames[static_cast<std::size_t>(i)]).point;
+        if (col >= 0) cols.counts.emplace_back(i, col);
+    }
+    return cols;
+}
+
+void ReadSheetColumns(const sheet::Grid& g, int sheetRow, const SheetColumns& cols,
+                      WorkingTable& vs, int row) {
+    for (std::size_t m = 0; m < cols.moderators.size(); ++m) {
+        const int col = cols.moderators[m];
+        vs.Moderator(static_cast<int>(m))[row] =
+            g.IsBlank(sheetRow, col) ? EmptyText : InternCell(vs.texts, g.At(sheetRow, col));
+    }
+    for (const auto& [count, col] : cols.counts) {
+        const sheet::Cell& cell = g.At(sheetRow, col);
+        double value = 0;
+        // A count's column is made at its first value: a sheet has the
+        // columns of every count its blocks could give, most of them empty.
+        if (!cell.IsEmpty() && cell.TryNumber(value)) vs.EnsureCount(count)[row] = value;
+    }
+}
+
 std::vector<int> DataEntryCols(const sheet::Grid& g) {
     std::vector<int> cols;
     for (int c = 0; c < g.Cols(); ++c)
@@ -137,6 +180,7 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
     for (std::size_t i = 0; i < pop.size(); ++i)
         vs.levelPresent[i] = pop[i] >= 0;
     const std::vector<int> entry = DataEntryCols(g);
+    const SheetColumns kept = AddSheetColumns(g, vs);
     selection = ReadSelection(g);
     if (AdjustSelection) AdjustSelection(selection);
     RandomModel = ReadRandomModel(g);
@@ -158,9 +202,7 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
         for (std::size_t i = 0; i < pop.size(); ++i) {
             identity[i] = EmptyText;
             if (pop[i] < 0 || g.IsBlank(r, pop[i])) continue;
-            const sheet::Cell& cell = g.At(r, pop[i]);
-            identity[i] =
-                cell.IsText() ? vs.texts.Intern(cell.TextView()) : vs.texts.Intern(cell.Text());
+            identity[i] = InternCell(vs.texts, g.At(r, pop[i]));
             keep = true;
         }
         for (std::size_t i = 0; i < entry.size() && !keep; ++i)
@@ -171,6 +213,7 @@ void Analysis::FillFromSheet(sheet::Sheet& sheet) {
         for (std::size_t i = 0; i < pop.size(); ++i)
             vs.population[i][row] = identity[i];
         ReadSources(g, r, sources_, vs, row);
+        ReadSheetColumns(g, r, kept, vs, row);
         vs.mergeCode[row] = MergeCodeOf(g, r, mergeCol, directionCol);
         ++row;
     }
@@ -215,14 +258,18 @@ bool Analysis::LoadGroups() {
     const sheet::Grid& g = sheet_->Flex();
     const int col = GroupColumn(g, GroupBy);
     if (col < 0) return false;
+    groupLevel_ = 0;
+    for (std::size_t i = 0; i < sheet::PopulationNames.size(); ++i) {
+        if (g.TextIs(MetaRow::Function, col, "Populations") &&
+            g.TextIs(MetaRow::Attribute, col, sheet::PopulationNames[i]))
+            groupLevel_ = static_cast<int>(i) + 1;
+    }
     groupCodes_.assign(static_cast<std::size_t>(std::max(g.Rows() - sheet::FixedRowCount, 0)),
                        EmptyText);
     for (int row = 0; row < vs.Rows(); ++row) {
         const int r = vs.sheetRow[row];
         if (r < 0 || g.IsBlank(r, col)) continue;
-        const sheet::Cell& cell = g.At(r, col);
-        groupCodes_[SheetIndex(r)] =
-            cell.IsText() ? vs.texts.Intern(cell.TextView()) : vs.texts.Intern(cell.Text());
+        groupCodes_[SheetIndex(r)] = InternCell(vs.texts, g.At(r, col));
     }
     groupsLoaded_ = GroupBy;
     return true;

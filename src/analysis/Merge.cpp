@@ -1,5 +1,6 @@
 // Combining the rows of one study: at the time-point, outcome and comparison
 // levels by the user's option, then the subgroups when the study is the unit.
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -271,11 +272,43 @@ void Analysis::MergeStep(int level, MergeRule rule) {
             vs.hidden[row] = 1;
             vs.hide[row] = HideReason::NoData;
         }
+        MergeModeratorsAndCounts(first, last, row, rule == MergeRule::Subgroups);
         for (int r = first; r <= last; ++r) {
             if (vs.hidden[r] != 0) continue;
             vs.hidden[r] = 1;
             vs.hide[r] = HideReason::Combined;
         }
+    }
+}
+
+// The inserted row's moderators are the value the visible rows of its group
+// share, else "Combined". Each count is the mean over the visible rows that
+// have it, since rows of one study at a level describe the same people, or
+// for subgroups, which are disjoint samples, the sum; no such row leaves it
+// empty.
+void Analysis::MergeModeratorsAndCounts(int first, int last, int row, bool disjoint) {
+    const Code combined = vs.texts.Intern(Word::Combined);
+    for (int m = 0; m < vs.ModeratorCount(); ++m) {
+        Column<Code>& col = vs.Moderator(m);
+        bool seen = false;
+        for (int r = first; r <= last; ++r) {
+            if (vs.hidden[r] != 0) continue;
+            if (!seen) col[row] = col[r];
+            if (col[r] != col[row]) col[row] = combined;
+            seen = true;
+        }
+    }
+    for (int c = 0; c < CountColumns; ++c) {
+        Column<double>* col = vs.Count(c);
+        if (col == nullptr) continue;
+        double sum = 0;
+        int n = 0;
+        for (int r = first; r <= last; ++r) {
+            if (vs.hidden[r] != 0 || std::isnan((*col)[r])) continue;
+            sum += (*col)[r];
+            ++n;
+        }
+        if (n > 0) (*col)[row] = disjoint ? sum : sum / n;
     }
 }
 

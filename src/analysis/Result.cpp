@@ -143,6 +143,7 @@ AnalysisResult CollectSummaries(Analysis& analysis) {
         if (shown && analysis.Grouped()) result.between.push_back(Between(analysis, blocks, m));
     }
     AddRandomModelFigures(analysis, result);
+    result.notes = IndependenceNotes(analysis);
     return result;
 }
 

@@ -80,10 +80,17 @@ struct AnalysisResult {
     std::vector<StudyResult> studies;        // in display order, valid or not; CollectResult only
     std::vector<SummaryResult> summaries;    // the model rows on show, by model, groups then total
     std::vector<BetweenResult> between;      // with a grouping, each model on show
+    // The notes under the summary on rows of one study taken as independent.
+    std::vector<std::string> notes;
 };
 
 // The point with its limits and test at the critical value, on both scales.
 Estimate MakeEstimate(double point, double variance, Transform transform, double critical);
+
+// The notes under the summary when rows of one study that take part differ
+// at the comparison, outcome or time-point level (so were taken as
+// independent), and when the groups compared are the values of such a level.
+std::vector<std::string> IndependenceNotes(const Analysis& analysis);
 
 // Everything but the studies: the table's description and its summaries.
 AnalysisResult CollectSummaries(Analysis& analysis);

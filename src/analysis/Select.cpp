@@ -2,7 +2,6 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
-#include "sheet/grid/Sheet.h"
 
 namespace synthara::analysis {
 
@@ -29,38 +28,28 @@ void Analysis::RemoveStudies() {
 }
 
 void Analysis::ExcludeValues() {
-    const auto exclude = [&](int r) {
-        vs.hidden[r] = 1;
-        vs.hide[r] = HideReason::ExcludedByUser;
-    };
     std::vector<std::uint8_t> out;  // by text code: 1 where the value is left out
-    for (int level = 1; level <= SelectionLevels; ++level) {
-        const auto at = static_cast<std::size_t>(level - 1);
-        const std::vector<std::string>& excluded = selection.Level(level).excluded;
-        if (!vs.levelPresent[at] || excluded.empty()) continue;
-        const std::vector<Code> codes = CodesOf(excluded);
+    const auto excludeIn = [&](const Column<Code>& col, const std::vector<std::string>& values) {
+        if (values.empty()) return;
+        const std::vector<Code> codes = CodesOf(values);
         out.assign(vs.texts.Size(), 0);
         for (const Code c : codes)
             out[c] = 1;
-        const Column<Code>& col = vs.population[at];
-        for (int r = 0; r < vs.Rows(); ++r)
-            if (out[col[r]] != 0) exclude(r);
-    }
-    if (sheet_ == nullptr) return;
-    const sheet::Grid& g = sheet_->Flex();
-    for (const ModeratorFilter& f : selection.moderators) {
-        const int col = ModeratorColumn(g, f.column);
-        if (col < 0 || f.excluded.empty()) continue;
         for (int r = 0; r < vs.Rows(); ++r) {
-            const sheet::Cell& cell = g.At(vs.sheetRow[r], col);
-            const std::string text = cell.IsText() ? std::string(cell.TextView()) : cell.Text();
-            for (const std::string& value : f.excluded) {
-                if (value == text) {
-                    exclude(r);
-                    break;
-                }
-            }
+            if (out[col[r]] == 0) continue;
+            vs.hidden[r] = 1;
+            vs.hide[r] = HideReason::ExcludedByUser;
         }
+    };
+    for (int level = 1; level <= SelectionLevels; ++level) {
+        const auto at = static_cast<std::size_t>(level - 1);
+        if (vs.levelPresent[at]) excludeIn(vs.population[at], selection.Level(level).excluded);
+    }
+    // Moderator values compare as the identifying ones do: empty cells are
+    // a value that may be left out too.
+    for (const ModeratorFilter& f : selection.moderators) {
+        if (const int m = vs.FindModerator(f.column); m >= 0)
+            excludeIn(vs.Moderator(m), f.excluded);
     }
 }
 

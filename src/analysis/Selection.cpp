@@ -57,6 +57,8 @@ bool IsModerator(const sheet::Grid& g, int col) {
     return g.TextIs(MetaRow::Function, col, "Moderator");
 }
 
+}  // namespace
+
 // The level's name in lower case: "comparison", "outcome", "time point".
 std::string LevelWord(int level) {
     std::string word(sheet::PopulationNames[static_cast<std::size_t>(level - 1)]);
@@ -64,8 +66,6 @@ std::string LevelWord(int level) {
         ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
     return word;
 }
-
-}  // namespace
 
 std::vector<std::string> SplitText(std::string_view text, char separator) {
     std::vector<std::string> parts;

@@ -69,6 +69,8 @@ void PutText(sheet::Sheet& sheet, int row, int col, std::string text);
 
 // Parts of a text between separators ("a|b" gives "a" and "b"; "" gives "").
 std::vector<std::string> SplitText(std::string_view text, char separator);
+// The level's name in lower case: "comparison", "outcome", "time point".
+std::string LevelWord(int level);
 // A moderator column by its title; -1 when none.
 int ModeratorColumn(const sheet::Grid& grid, std::string_view title);
 

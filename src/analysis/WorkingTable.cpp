@@ -101,6 +101,11 @@ void WorkingTable::Clear() {
     SetRows(0);
     DropStats();
     texts = TextPool();
+    sheetColumns_.clear();
+    moderators_.clear();
+    moderatorTitles_.clear();
+    for (auto& column : counts_)
+        column.reset();
     levelPresent = {};
     hasEntrySeq = false;
 }
@@ -110,6 +115,8 @@ void WorkingTable::SetRows(int rows) {
     list_.Resize(rows);
     for (Column<double>* column : made_)
         column->Resize(rows);
+    for (ColumnBase* column : sheetColumns_)
+        column->Resize(rows);
 }
 
 void WorkingTable::RebuildRows(const std::vector<int>& source) {
@@ -117,6 +124,30 @@ void WorkingTable::RebuildRows(const std::vector<int>& source) {
     list_.Rebuild(source);
     for (Column<double>* column : made_)
         column->Rebuild(source);
+    for (ColumnBase* column : sheetColumns_)
+        column->Rebuild(source);
+}
+
+int WorkingTable::FindModerator(std::string_view title) const {
+    for (std::size_t m = 0; m < moderatorTitles_.size(); ++m)
+        if (moderatorTitles_[m] == title) return static_cast<int>(m);
+    return -1;
+}
+
+Column<Code>& WorkingTable::AddModerator(std::string title) {
+    moderators_.push_back(std::make_unique<Column<Code>>(rows_, EmptyText));
+    moderatorTitles_.push_back(std::move(title));
+    sheetColumns_.push_back(moderators_.back().get());
+    return *moderators_.back();
+}
+
+Column<double>& WorkingTable::EnsureCount(int count) {
+    auto& column = counts_[Index(count)];
+    if (!column) {
+        column = std::make_unique<Column<double>>(rows_, kEmpty);
+        sheetColumns_.push_back(column.get());
+    }
+    return *column;
 }
 
 std::size_t WorkingTable::Slot(Stat stat, int run, int model) {

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -51,6 +52,15 @@ inline constexpr std::uint8_t Variance = 4;
 inline constexpr int NoRow = -1;
 inline constexpr std::int8_t NoLine = -1;  // `blockLine` of a study row
 inline constexpr int PopulationLevels = 5;
+
+// The counts of a row's raw data, as the sheet's display columns of these
+// names hold them: of group 1, group 2 and both (3), and of one group (0).
+inline constexpr int CountColumns = 22;
+inline constexpr std::array<std::string_view, CountColumns> CountNames = {
+    "N(1)",   "N(2)",      "N(3)",   "Events(1)",   "Events(2)",   "Events(3)",
+    "ccN(1)", "ccN(2)",    "ccN(3)", "Exposed(1)",  "Exposed(2)",  "Exposed(3)",
+    "NPY(1)", "NPY(2)",    "NPY(3)", "EventsPY(1)", "EventsPY(2)", "EventsPY(3)",
+    "N(0)",   "Events(0)", "NPY(0)", "EventsPY(0)"};
 
 // One statistic's column resolved for a pass: a column that was not made
 // reads as empty and drops writes. An empty cell holds NaN and reads as 0.
@@ -137,6 +147,28 @@ class WorkingTable {
         return blockLine[row] == 0 && kind[row] != RowKind::Study;
     }
 
+    // The moderator columns of the sheet, in the sheet's order, by their
+    // titles; each holds its cells as codes of `texts` ("" where empty), and
+    // a merged row holds the value its rows share, else "Combined".
+    int ModeratorCount() const { return static_cast<int>(moderators_.size()); }
+    const std::vector<std::string>& ModeratorTitles() const { return moderatorTitles_; }
+    // The moderator of that title; -1 when none.
+    int FindModerator(std::string_view title) const;
+    Column<Code>& Moderator(int moderator) { return *moderators_[Index(moderator)]; }
+    const Column<Code>& Moderator(int moderator) const { return *moderators_[Index(moderator)]; }
+    std::string_view ModeratorText(int moderator, int row) const {
+        return texts.Text(Moderator(moderator)[row]);
+    }
+    // A new moderator column, empty at the table's length.
+    Column<Code>& AddModerator(std::string title);
+
+    // A count's column (index into CountNames), nullptr when no row has
+    // that count; an empty cell holds NaN.
+    const Column<double>* Count(int count) const { return counts_[Index(count)].get(); }
+    Column<double>* Count(int count) { return counts_[Index(count)].get(); }
+    // The count's column, made empty at the table's length when there is none yet.
+    Column<double>& EnsureCount(int count);
+
     // A statistic's column of one run and model; nullptr until made.
     Column<double>* Find(Stat stat, int run, int model);
     const Column<double>* Find(Stat stat, int run, int model) const;
@@ -150,7 +182,14 @@ class WorkingTable {
 
   private:
     static std::size_t Slot(Stat stat, int run, int model);
+    static std::size_t Index(int i) { return static_cast<std::size_t>(i); }
     int rows_ = 0;
+    // Columns made for what the sheet holds (moderators, counts): they follow
+    // the rows like the member columns and go with Clear.
+    std::vector<std::unique_ptr<Column<Code>>> moderators_;
+    std::vector<std::string> moderatorTitles_;
+    std::array<std::unique_ptr<Column<double>>, CountColumns> counts_{};
+    std::vector<ColumnBase*> sheetColumns_;
     std::array<std::unique_ptr<Column<double>>, MaxRuns * MaxModels * StatCount> stats_{};
     std::vector<Column<double>*> made_;  // the statistics' columns that exist
 };

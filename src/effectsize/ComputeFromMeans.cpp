@@ -127,6 +127,15 @@ void ComputeFromMeans(const sheet::FormatDef& format, WorkingSet& ws, ComputeCon
         m.mean2 = roles.Value(RoleKind::MeanB);
         m.sd1 = roles.Value(RoleKind::SDA);
         m.sd2 = roles.Value(RoleKind::SDB);
+        // The raw values of both groups, kept so that a study's subgroups
+        // can be put together again as one sample.
+        ws.SetPoint(Ix::N1, m.n1);
+        ws.SetPoint(Ix::N2, m.n2);
+        ws.SetPoint(Ix::N3, m.n1 + m.n2);
+        ws.SetPoint(Ix::Mean1, m.mean1);
+        ws.SetPoint(Ix::Mean2, m.mean2);
+        ws.SetPoint(Ix::SD1, m.sd1);
+        ws.SetPoint(Ix::SD2, m.sd2);
         m.rawDiff = m.mean1 - m.mean2;
         m.sdp = std::sqrt(((m.n2 - 1) * m.sd2 * m.sd2 + (m.n1 - 1) * m.sd1 * m.sd1) /
                           (m.n2 + m.n1 - 2));

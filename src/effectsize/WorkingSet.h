@@ -23,12 +23,13 @@ inline constexpr int LogOddsRatio = 1, OddsRatio = 2, LogRiskRatio = 3, RiskRati
                      PetoOddsRatio = 24, PetoOE = 25, PetoV = 26, MHCellA = 27, MHCellB = 28,
                      MHCellC = 29, MHCellD = 30, N1 = 31, N2 = 32, N3 = 33, Events1 = 34,
                      Events2 = 35, Events3 = 36, CcN1 = 37, CcN2 = 38, CcN3 = 39, Exposed1 = 40,
-                     Exposed2 = 41, Exposed3 = 42, NPY1 = 47, NPY2 = 48, NPY3 = 49, EventsPY1 = 50,
-                     EventsPY2 = 51, EventsPY3 = 52, PYCellA = 53, PYCellB = 54, PYCellC = 55,
-                     PYCellD = 56, Mean0 = 57, SD0 = 58, MeanN0 = 59, N0 = 60, Events0 = 61,
-                     NPY0 = 62, EventsPY0 = 63, MHLogOddsRatio = 64, MHOddsRatio = 65,
-                     MHLogRiskRatio = 66, MHRiskRatio = 67, MHRiskDifference = 68, Rate = 69,
-                     OneCellA = 72, OneCellB = 73, PY1CellA = 74, PY1CellB = 75;
+                     Exposed2 = 41, Exposed3 = 42, Mean1 = 43, Mean2 = 44, SD1 = 45, SD2 = 46,
+                     NPY1 = 47, NPY2 = 48, NPY3 = 49, EventsPY1 = 50, EventsPY2 = 51,
+                     EventsPY3 = 52, PYCellA = 53, PYCellB = 54, PYCellC = 55, PYCellD = 56,
+                     Mean0 = 57, SD0 = 58, MeanN0 = 59, N0 = 60, Events0 = 61, NPY0 = 62,
+                     EventsPY0 = 63, MHLogOddsRatio = 64, MHOddsRatio = 65, MHLogRiskRatio = 66,
+                     MHRiskRatio = 67, MHRiskDifference = 68, Rate = 69, OneCellA = 72,
+                     OneCellB = 73, PY1CellA = 74, PY1CellB = 75;
 }  // namespace Ix
 
 // The computation options; Settings rows 80 to 83 of a project.

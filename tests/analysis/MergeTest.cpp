@@ -142,6 +142,54 @@ TEST(Merge, MantelHaenszelTakesTheStudysSummedTable) {
     EXPECT_NEAR(*fixed->estimate.point, -0.6835059703675593, 1e-12);
 }
 
+// A merged row's moderators are the value its rows share, else "Combined";
+// its counts are the mean of the rows that have them (the rows describe the
+// same people) or, for subgroups, their sum. Rows left out count for nothing.
+TEST(Merge, ModeratorsAndCountsOfAMergedRow) {
+    constexpr int kN1 = 0, kN2 = 1, kEvents1 = 3;
+    const auto setCount = [](AnalysisFixture& f, int row, int ix, double value) {
+        f.sheet.SetNumber(sheet::FixedRowCount + row,
+                          f.sheet.DisplayColTable()[ix][sheet::AttrPoint], value);
+    };
+    AnalysisFixture f(
+        {Row("S", 0.2, 1, {"", "", "o1", ""}, "Drug"), Row("S", 0.6, 3, {"", "", "o2", ""}, "Drug"),
+         Row("S", 0.9, 3, {"", "", "o3", ""}, "Diet"), Row("T", 0.1, 1, {"", "", "o1", ""}, "Drug"),
+         Row("T", 0.3, 1, {"", "", "o2", ""}, "Diet")});
+    setCount(f, 0, effectsize::Ix::N1, 20);
+    setCount(f, 1, effectsize::Ix::N1, 30);
+    setCount(f, 1, effectsize::Ix::Events1, 4);
+    setCount(f, 2, effectsize::Ix::N1, 1000);
+    f.analysis.AdjustSelection = [](analysis::Selection& s) {
+        s.Level(4).use = LevelUse::Mean;
+        s.Level(4).excluded = {"o3"};
+    };
+    const auto r = f.Run();
+    const auto valid = Valid(r);
+    ASSERT_EQ(valid.size(), 2u);
+    const analysis::WorkingTable& vs = f.analysis.vs;
+    const int arm = vs.FindModerator("Arm");
+    ASSERT_GE(arm, 0);
+    EXPECT_EQ(vs.ModeratorText(arm, valid[0]->row), "Drug");
+    EXPECT_EQ(vs.ModeratorText(arm, valid[1]->row), "Combined");
+    ASSERT_NE(vs.Count(kN1), nullptr);
+    EXPECT_DOUBLE_EQ((*vs.Count(kN1))[valid[0]->row], 25);
+    EXPECT_DOUBLE_EQ((*vs.Count(kEvents1))[valid[0]->row], 4);
+    EXPECT_TRUE(std::isnan((*vs.Count(kEvents1))[valid[1]->row]));
+    EXPECT_EQ(vs.Count(kN2), nullptr);  // no row has one
+    EXPECT_TRUE(std::isnan((*vs.Count(kN1))[valid[1]->row]));
+
+    AnalysisFixture subgroups(
+        {Row("S", 0.2, 1, {"a", "", "", ""}, "Drug"), Row("S", 0.6, 3, {"b", "", "", ""}, "Drug")});
+    setCount(subgroups, 0, effectsize::Ix::N1, 20);
+    setCount(subgroups, 1, effectsize::Ix::N1, 30);
+    for (int row = 0; row < 2; ++row)
+        subgroups.sheet.SetText(sheet::FixedRowCount + row, subgroups.sheet.MergeTypeCol(), "0");
+    subgroups.analysis.AdjustSelection = [](analysis::Selection& s) { s.studyIsUnit = true; };
+    const auto merged = Valid(subgroups.Run());
+    ASSERT_EQ(merged.size(), 1u);
+    EXPECT_DOUBLE_EQ((*subgroups.analysis.vs.Count(kN1))[merged[0]->row], 50);
+}
+
 TEST(Merge, ExclusionsOfLevelsAndModerators) {
     const std::vector<RowValues> rows = {
         Row("S", 0.1, 0.04, {"", "", "Pain", ""}, "Drug"),
@@ -171,6 +219,12 @@ TEST(Merge, AGroupLeftWithoutRowsHasNoSummary) {
     ASSERT_NE(FindSummary(r, "Fixed", "Drug"), nullptr);
     EXPECT_EQ(FindSummary(r, "Fixed", "Drug")->k, 2);
     EXPECT_EQ(FindSummary(r, "Fixed")->k, 2);
+    // "Show overall summary" off hides the total's rows without a Compute.
+    f.analysis.ShowOverall = false;
+    f.analysis.FilterRows();
+    const auto shown = analysis::CollectSummaries(f.analysis);
+    EXPECT_EQ(FindSummary(shown, "Fixed"), nullptr);
+    EXPECT_NE(FindSummary(shown, "Fixed", "Drug"), nullptr);
 }
 
 TEST(Merge, MeanBesideMantelHaenszelIsRefused) {

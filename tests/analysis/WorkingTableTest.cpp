@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
 namespace synthara::analysis {
 namespace {
@@ -37,10 +38,14 @@ TEST(WorkingTable, RebuildMovesEveryColumnAndBlanksNewRows) {
     WorkingTable vs;
     vs.SetRows(3);
     Column<double>& q = vs.Ensure(Stat::Q, 1, 1);
+    Column<Code>& dose = vs.AddModerator("Dose");
+    Column<double>& n1 = vs.EnsureCount(0);
     for (int r = 0; r < 3; ++r) {
         vs.sheetRow[r] = 100 + r;
         vs.population[0][r] = vs.texts.Intern(std::string(1, static_cast<char>('a' + r)));
         q[r] = r * 1.5;
+        dose[r] = vs.texts.Intern(std::to_string(10 * r));
+        n1[r] = 20.0 + r;
     }
     // Row 1 goes, rows 2 and 0 swap, and a new row comes between them.
     vs.RebuildRows({2, -1, 0});
@@ -54,11 +59,22 @@ TEST(WorkingTable, RebuildMovesEveryColumnAndBlanksNewRows) {
     EXPECT_TRUE(std::isnan(q[1]));
     EXPECT_EQ(vs.Ref(Stat::Q, 1, 1).Get(1), 0);  // an empty cell reads as zero
     EXPECT_EQ(vs.blockLine[1], NoLine);
+    // The columns made for the sheet's moderators and counts move too.
+    EXPECT_EQ(vs.FindModerator("Dose"), 0);
+    EXPECT_EQ(vs.ModeratorText(0, 0), "20");
+    EXPECT_EQ(vs.ModeratorText(0, 1), "");
+    EXPECT_EQ(n1[2], 20.0);
+    EXPECT_TRUE(std::isnan(n1[1]));
+    EXPECT_EQ(vs.Count(1), nullptr);
     // A statistic made later is born at the table's length.
     EXPECT_EQ(vs.Ensure(Stat::K, 1, 2).Size(), 3);
     vs.SetRows(5);
     EXPECT_EQ(q.Size(), 5);
     EXPECT_EQ(vs.kind.Size(), 5);
+    EXPECT_EQ(dose.Size(), 5);
+    vs.Clear();
+    EXPECT_EQ(vs.ModeratorCount(), 0);
+    EXPECT_EQ(vs.Count(0), nullptr);
 }
 
 TEST(StatKey, ReadsKeysWithoutRegardToCase) {
