@@ -29,11 +29,18 @@ using ProcedureFn = void (*)(const sheet::FormatDef&, WorkingSet&, ComputeContex
 
 constexpr std::size_t kProcedureCount = static_cast<std::size_t>(Procedure::ComputePointCorr) + 1;
 
-// The family procedures, by the catalogue's procedure of a format.
-constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
-    std::array<ProcedureFn, kProcedureCount> table{};
+// The family procedures, by the catalogue's procedure of a format. Whether
+// each entry was set is kept beside it: a function's address is not a
+// constant the compiler may compare under every build's instrumentation.
+struct ProcedureTable {
+    std::array<ProcedureFn, kProcedureCount> fns{};
+    std::array<bool, kProcedureCount> made{};
+};
+constexpr ProcedureTable MakeProcedureTable() {
+    ProcedureTable table;
     auto set = [&table](Procedure procedure, ProcedureFn fn) {
-        table[static_cast<std::size_t>(procedure)] = fn;
+        table.fns[static_cast<std::size_t>(procedure)] = fn;
+        table.made[static_cast<std::size_t>(procedure)] = true;
     };
     set(Procedure::ComputeFromEvents, &ComputeFromEvents);
     set(Procedure::ComputeFromEventsCaseControl, &ComputeFromEventsCaseControl);
@@ -55,10 +62,11 @@ constexpr std::array<ProcedureFn, kProcedureCount> MakeProcedureTable() {
     set(Procedure::ComputePointCorr, &ComputePointCorr);
     return table;
 }
-constexpr std::array<ProcedureFn, kProcedureCount> kProcedures = MakeProcedureTable();
-static_assert(std::none_of(kProcedures.begin() + 1, kProcedures.end(),
-                           [](ProcedureFn fn) { return fn == nullptr; }),
+constexpr ProcedureTable kProcedureTable = MakeProcedureTable();
+static_assert(std::all_of(kProcedureTable.made.begin() + 1, kProcedureTable.made.end(),
+                          [](bool made) { return made; }),
               "a procedure of the catalogue has no function");
+constexpr const std::array<ProcedureFn, kProcedureCount>& kProcedures = kProcedureTable.fns;
 
 ProcedureFn ProcedureOf(Procedure procedure) {
     const auto at = static_cast<std::size_t>(procedure);
