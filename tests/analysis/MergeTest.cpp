@@ -185,7 +185,8 @@ TEST(Merge, ModeratorsAndCountsOfAMergedRow) {
     for (int row = 0; row < 2; ++row)
         subgroups.sheet.SetText(sheet::FixedRowCount + row, subgroups.sheet.MergeTypeCol(), "0");
     subgroups.analysis.AdjustSelection = [](analysis::Selection& s) { s.studyIsUnit = true; };
-    const auto merged = Valid(subgroups.Run());
+    const analysis::AnalysisResult result = subgroups.Run();
+    const auto merged = Valid(result);
     ASSERT_EQ(merged.size(), 1u);
     EXPECT_DOUBLE_EQ((*subgroups.analysis.vs.Count(kN1))[merged[0]->row], 50);
 }
