@@ -31,6 +31,7 @@ void Document::RemoveListener(DocumentListener& listener) {
 void Document::Notify(const SheetChange& change) {
     // The block outlines follow the columns, wherever the change moved them.
     if (change.kind != ChangeKind::Cells) sheet::AddCellBorders(sheet_);
+    if (change.kind == ChangeKind::Reset) ++sheetsLoaded_;
     // A listener may stop listening while it is told; walk a copy.
     const std::vector<DocumentListener*> listeners = listeners_;
     for (DocumentListener* listener : listeners)

@@ -30,6 +30,7 @@
 #include "shell/CellEdits.h"
 #include "shell/IndexSelection.h"
 #include "shell/SheetChange.h"
+#include "shell/SheetSnapshot.h"
 
 namespace synthara::shell {
 
@@ -174,6 +175,18 @@ class Document {
 
     bool Dirty() const { return project_.SheetDirty; }
 
+    // Undo of whole commands. Snapshot is the sheet as it stands, cheap to
+    // take however large the sheet; Restore puts one back in its place,
+    // tells the views and marks the project changed. Revision moves with
+    // every change of a cell, a column or a row.
+    SheetSnapshot Snapshot() const;
+    void Restore(const SheetSnapshot& snapshot);
+    std::uint64_t Revision() const { return sheet_.Flex().Revision(); }
+    // Counts the sheets put in place of the one before (files opened, a new
+    // sheet, a bookmark restored): a snapshot from before such a change
+    // belongs to another sheet.
+    std::uint64_t SheetsLoaded() const { return sheetsLoaded_; }
+
     // ---- The sheet's menu commands. Each asks what it must through the
     // prompter, changes the project through the engine's operation of that
     // name, and tells the listeners once at its end.
@@ -281,6 +294,7 @@ class Document {
     std::vector<DocumentListener*> listeners_;
     // The fixed-column count before the first freeze; -1 when not frozen.
     int unfrozenCols_ = -1;
+    std::uint64_t sheetsLoaded_ = 0;
 };
 
 }  // namespace synthara::shell

@@ -78,5 +78,29 @@ TEST(PagedColumnTest, CopiesAreIndependentAndCellsShareText) {
     EXPECT_EQ(copy[2].Text(), "a text longer than a cell holds");
 }
 
+// Copies share pages until a write: whichever side writes, moves, reorders or
+// clears must leave the other exactly as it was.
+TEST(PagedColumnTest, WritesAfterACopyStayOnTheirSide) {
+    PagedColumn<int> original;
+    original.resize(3 * kPage);
+    for (std::size_t r = 0; r < original.size(); r += 7)
+        original.Set(r, static_cast<int>(r) + 1);
+    const std::vector<int> before = Values(original);
+
+    PagedColumn<int> copy = original;
+    copy.Set(7, 99);
+    *copy.Fill(kPage + 3) = 5;
+    copy.Move(0, 2 * kPage);
+    copy.ApplyOrder(kPage, {1, 0});
+    copy.ClearFrom(2 * kPage + 10);
+    EXPECT_EQ(Values(original), before);
+
+    const std::vector<int> copied = Values(copy);
+    EXPECT_NE(copied, before);
+    original.Set(14, -1);
+    original.resize(kPage);
+    EXPECT_EQ(Values(copy), copied);
+}
+
 }  // namespace
 }  // namespace synthara::sheet

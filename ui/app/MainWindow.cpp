@@ -7,6 +7,7 @@
 #include <QIcon>
 
 #include "sheet/SheetWidget.h"
+#include "sheet/SnapshotCommand.h"
 
 // The icon is a resource of this static library, which the linker keeps only
 // when something names it; outside any namespace, as Qt asks.
@@ -43,7 +44,10 @@ MainWindow::~MainWindow() {
 bool MainWindow::Run(const QString& key) {
     const auto handler = handlers_.find(key);
     if (handler == handlers_.end()) return false;
-    handler->second();
+    // Whatever the command changes on the sheet is one step of undo.
+    QString text = key;
+    if (const QAction* action = Command(key)) text = action->text().remove('&').remove("...");
+    RunUndoable(document_, undo_, text, handler->second);
     return true;
 }
 

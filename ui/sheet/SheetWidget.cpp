@@ -2,16 +2,20 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QItemSelection>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QTabBar>
 #include <QUndoStack>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <limits>
 
 #include "sheet/SheetEditor.h"
 #include "sheet/SheetModel.h"
 #include "sheet/SheetView.h"
+#include "sheet/SnapshotCommand.h"
 #include "sheet/TrailPanel.h"
 #include "sheet/blocks/BlockTable.h"
 #include "sheet/grid/MetaRows.h"
@@ -67,15 +71,12 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
                                    view->viewport()->mapToGlobal(pos));
         });
     }
-    connect(view_, &SheetView::ColumnDragged, this,
-            [this](int from, int to) { document_.MoveColumn(from, to); });
+    connect(view_, &SheetView::ColumnDragged, this, [this](int from, int to) {
+        RunUndoable(document_, undo_, "Move column", [&] { document_.MoveColumn(from, to); });
+    });
     connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
     connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);
     connect(model_, &SheetModel::StructureChanged, this, &SheetWidget::RebuildTabs);
-    // The commands name cells by row and column: once columns have moved or
-    // rows were sorted, or another sheet was opened, they would write
-    // elsewhere.
-    connect(model_, &SheetModel::StructureChanged, &undo_, &QUndoStack::clear);
     connect(model_, &SheetModel::dataChanged, this,
             [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
                 const int row = view_->currentIndex().row();
@@ -119,6 +120,38 @@ int SheetWidget::CurrentColumn() const {
 
 void SheetWidget::SetCurrentCell(int row, int col) {
     view_->setCurrentIndex(model_->index(model_->ModelRow(row), col));
+}
+
+std::optional<shell::SheetSelection> SheetWidget::Selection() const {
+    const QItemSelection selected = view_->selectionModel()->selection();
+    const QModelIndex current = view_->currentIndex();
+    if (selected.isEmpty() && !current.isValid()) return std::nullopt;
+    int top = current.row(), bottom = current.row();
+    int left = current.column(), right = current.column();
+    if (!selected.isEmpty()) {
+        top = left = std::numeric_limits<int>::max();
+        bottom = right = -1;
+        for (const QItemSelectionRange& range : selected) {
+            top = std::min(top, range.top());
+            bottom = std::max(bottom, range.bottom());
+            left = std::min(left, range.left());
+            right = std::max(right, range.right());
+        }
+    }
+    shell::SheetSelection selection;
+    selection.range = {model_->GridRow(top), model_->GridRow(bottom), left, right};
+    const int rows = model_->rowCount(), cols = model_->columnCount();
+    selection.wholeRows = !selected.isEmpty() && left == 0 && right == cols - 1;
+    selection.wholeColumns = !selected.isEmpty() && top == 0 && bottom == rows - 1;
+    return selection;
+}
+
+void SheetWidget::Select(const shell::CellRange& range) {
+    const QModelIndex first = model_->index(model_->ModelRow(range.firstRow), range.firstCol);
+    const QModelIndex last = model_->index(model_->ModelRow(range.lastRow), range.lastCol);
+    view_->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    view_->selectionModel()->select(QItemSelection(first, last),
+                                    QItemSelectionModel::ClearAndSelect);
 }
 
 void SheetWidget::SetEnterMovesRight(bool right) {

@@ -6,8 +6,10 @@
 #include <QPoint>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "shell/Document.h"
+#include "shell/SheetSelection.h"
 
 class QAction;
 class QTabBar;
@@ -31,6 +33,12 @@ class SheetWidget final : public QWidget {
     int CurrentRow() const;
     int CurrentColumn() const;
     void SetCurrentCell(int row, int col);
+    // The selection, or the current cell when nothing is selected; nothing
+    // when there is neither. Rows hidden inside the rectangle are in it.
+    std::optional<shell::SheetSelection> Selection() const;
+    // Selects a rectangle of sheet cells (whole rows or columns when the
+    // range spans the sheet), and makes its first cell the current one.
+    void Select(const shell::CellRange& range);
 
     // Enter moves right instead of down ("Data entered to right").
     void SetEnterMovesRight(bool right);

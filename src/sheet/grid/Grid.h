@@ -3,6 +3,7 @@
 // its key, width, alignment and visibility, so moving a column is one move.
 // Rows and columns are numbered from 0; the first FixedRows() rows and
 // FixedCols() columns are the fixed ones.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -53,6 +54,8 @@ struct Column {
     // since the column was made; every write through the grid keeps it, and
     // code that writes `cells` directly must set it.
     bool dataWritten = false;
+
+    friend bool operator==(const Column&, const Column&) = default;
 };
 
 class Grid {
@@ -72,6 +75,13 @@ class Grid {
         fixedCols_ = n;
     }
     void Clear();  // no rows, no columns
+    // The same cells, looks and shape, whatever either's revisions: a
+    // command that rewrote cells with what they held changed nothing.
+    bool SameContent(const Grid& other) const {
+        return rows_ == other.rows_ && fixedRows_ == other.fixedRows_ &&
+               fixedCols_ == other.fixedCols_ && cols_ == other.cols_ &&
+               rowHidden_ == other.rowHidden_ && rowHeight_ == other.rowHeight_;
+    }
 
     // Counts the changes made through the grid (a mutable column handed out
     // counts as one), so an owner can tell whether an operation changed anything.
@@ -80,6 +90,12 @@ class Grid {
     // and metadata rows, and the rows' number and order. Tables that look
     // columns up are rebuilt when it moves.
     std::uint64_t StructureRevision() const { return structureRevision_; }
+    // Counts on from `previous`, whose place this grid takes: the grid then
+    // reads as changed to everything that built on `previous`.
+    void ContinueRevisions(const Grid& previous) {
+        revision_ = std::max(revision_, previous.revision_) + 1;
+        structureRevision_ = std::max(structureRevision_, previous.structureRevision_) + 1;
+    }
 
     const Cell& At(int row, int col) const {
         if (!ValidCol(col) || row < 0) return EmptyCell();

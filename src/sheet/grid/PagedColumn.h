@@ -3,6 +3,10 @@
 // page exists only while one of its rows holds something other than the
 // empty value, so the hundreds of columns a sheet carries for formats its
 // rows do not use cost a pointer per page, not a value per row.
+//
+// Copies share their pages until one side writes to a page, which it then
+// copies for itself: a copy of a whole sheet, as undo keeps one, costs a
+// pointer per page and grows only by the pages changed afterwards.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -20,17 +24,6 @@ class PagedColumn {
     static constexpr std::size_t kPageRows = std::size_t{1} << kPageShift;
 
     PagedColumn() = default;
-    PagedColumn(const PagedColumn& other) : size_(other.size_) {
-        pages_.reserve(other.pages_.size());
-        for (const auto& page : other.pages_)
-            pages_.push_back(page ? std::make_unique<Page>(*page) : nullptr);
-    }
-    PagedColumn(PagedColumn&&) noexcept = default;
-    PagedColumn& operator=(const PagedColumn& other) {
-        if (this != &other) *this = PagedColumn(other);
-        return *this;
-    }
-    PagedColumn& operator=(PagedColumn&&) noexcept = default;
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
@@ -55,7 +48,9 @@ class PagedColumn {
         const bool emptyValue = IsEmpty(value);
         if (!slot) {
             if (emptyValue) return;
-            slot = std::make_unique<Page>();
+            slot = std::make_shared<Page>();
+        } else {
+            Own(slot);
         }
         T& target = slot->values[row & (kPageRows - 1)];
         const bool wasEmpty = IsEmpty(target);
@@ -72,7 +67,10 @@ class PagedColumn {
     T* Fill(std::size_t row) {
         if (row >= size_) return nullptr;
         auto& slot = pages_[row >> kPageShift];
-        if (!slot) slot = std::make_unique<Page>();
+        if (!slot)
+            slot = std::make_shared<Page>();
+        else
+            Own(slot);
         T& target = slot->values[row & (kPageRows - 1)];
         if (IsEmpty(target)) ++slot->used;
         return &target;
@@ -130,6 +128,19 @@ class PagedColumn {
             Set(first + k, std::move(sorted[k]));
     }
 
+    // The same rows with the same values. Pages a copy still shares are
+    // equal without being read.
+    friend bool operator==(const PagedColumn& a, const PagedColumn& b) {
+        if (a.size_ != b.size_) return false;
+        for (std::size_t p = 0; p < a.pages_.size(); ++p) {
+            const Page* x = a.pages_[p].get();
+            const Page* y = b.pages_[p].get();
+            if (x == y) continue;
+            if (x == nullptr || y == nullptr || x->values != y->values) return false;
+        }
+        return true;
+    }
+
     // Calls visit(row, value) for every row that holds something, in row order.
     template <typename Visit>
     void ForEachSet(Visit&& visit) const {
@@ -149,6 +160,10 @@ class PagedColumn {
         std::uint32_t used = 0;  // values that are not empty
     };
 
+    // Makes a page shared with a copy this column's own before a write.
+    static void Own(std::shared_ptr<Page>& slot) {
+        if (slot.use_count() > 1) slot = std::make_shared<Page>(*slot);
+    }
     static bool IsEmpty(const T& value) {
         if constexpr (requires { value.IsEmpty(); })
             return value.IsEmpty();
@@ -173,7 +188,7 @@ class PagedColumn {
         return false;
     }
 
-    std::vector<std::unique_ptr<Page>> pages_;
+    std::vector<std::shared_ptr<Page>> pages_;
     std::size_t size_ = 0;
 };
 
