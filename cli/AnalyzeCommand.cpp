@@ -17,6 +17,7 @@
 #include "cli/CommandSupport.h"
 #include "cli/JsonWriter.h"
 #include "cli/RandomModelTable.h"
+#include "cli/ReadableTable.h"
 #include "effectsize/Trail.h"
 
 namespace synthara::cli {
@@ -203,42 +204,32 @@ std::string ModelName(int model, const std::string& word) {
 }
 
 void PrintSummaries(const AnalysisResult& r, bool grouped, std::ostream& out) {
-    std::vector<std::string> head = {
-        "Model",   "Number Studies", "Point estimate", "Lower limit", "Upper limit", "Z-value",
-        "P-value", "Q-value",        "df (Q)",         "P-value",     "I-squared",   "Tau Squared"};
-    if (grouped) head.insert(head.begin() + 1, "Group");
-    std::vector<std::vector<std::string>> lines = {head};
+    ReadableTable table(
+        {"Model", "Number Studies", "Point estimate", "Lower limit", "Upper limit", "Z-value",
+         "P-value", "Q-value", "df (Q)", "P-value", "I-squared", "Tau Squared"},
+        1, grouped);
     for (const auto& s : r.summaries) {
-        std::vector<std::string> line = {ModelName(s.model, s.modelWord),
-                                         std::to_string(s.k),
-                                         Decimals(s.estimate.displayPoint, 3),
-                                         Decimals(s.estimate.displayLower, 3),
-                                         Decimals(s.estimate.displayUpper, 3),
-                                         Decimals(s.estimate.z, 3),
-                                         Decimals(s.estimate.p, 3),
-                                         Decimals(s.q, 3),
-                                         Decimals(s.df, 0),
-                                         Decimals(s.qP, 3),
-                                         Decimals(s.i2, 3),
-                                         Decimals(s.tau2, 6)};
-        if (grouped) line.insert(line.begin() + 1, s.group);
-        lines.push_back(std::move(line));
+        table.Add({ModelName(s.model, s.modelWord), std::to_string(s.k),
+                   Decimals(s.estimate.displayPoint, 3), Decimals(s.estimate.displayLower, 3),
+                   Decimals(s.estimate.displayUpper, 3), Decimals(s.estimate.z, 3),
+                   Decimals(s.estimate.p, 3), Decimals(s.q, 3), Decimals(s.df, 0),
+                   Decimals(s.qP, 3), Decimals(s.i2, 3), Decimals(s.tau2, 6)},
+                  s.group);
     }
-    const std::vector<std::size_t> right = ColumnRange(grouped ? 2 : 1, head.size());
-    PrintColumns(lines, out, right);
+    table.Print(out);
 }
 
 // "Total within" and "Total between" of each model, then the total.
 void PrintBetween(const AnalysisResult& r, std::ostream& out) {
-    std::vector<std::vector<std::string>> lines = {{"Model", "", "Q-value", "df (Q)", "P-value"}};
+    ReadableTable table({"Model", "", "Q-value", "df (Q)", "P-value"}, 2);
     for (const auto& b : r.between) {
         const std::string name = ModelName(b.model, b.modelWord);
-        lines.push_back({name, "Total within", Decimals(b.qWithin, 3), Decimals(b.dfWithin, 0),
-                         Decimals(b.pWithin, 3)});
-        lines.push_back({name, "Total between", Decimals(b.qBetween, 3), Decimals(b.dfBetween, 0),
-                         Decimals(b.pBetween, 3)});
+        table.Add({name, "Total within", Decimals(b.qWithin, 3), Decimals(b.dfWithin, 0),
+                   Decimals(b.pWithin, 3)});
+        table.Add({name, "Total between", Decimals(b.qBetween, 3), Decimals(b.dfBetween, 0),
+                   Decimals(b.pBetween, 3)});
     }
-    PrintColumns(lines, out, {2, 3, 4});
+    table.Print(out);
     // Each model's text, then each note on the random rows once.
     std::vector<std::string_view> notes;
     for (const auto& b : r.between) {
@@ -252,17 +243,17 @@ void PrintBetween(const AnalysisResult& r, std::ostream& out) {
 }
 
 void PrintPasses(analysis::Analysis& analysis, int run, std::ostream& out) {
-    std::vector<std::vector<std::string>> lines = {
-        {run == 2 ? "Study removed" : "Study added", "Model", "Number Studies", "Point",
-         "Lower limit", "Upper limit", "Z-Value", "p-Value"}};
+    ReadableTable table({run == 2 ? "Study removed" : "Study added", "Model", "Number Studies",
+                         "Point", "Lower limit", "Upper limit", "Z-Value", "p-Value"},
+                        2);
     analysis::ForEachPass(analysis, run, [&](const analysis::PassResult& p) {
         const Estimate& e = p.estimate;
-        lines.push_back({p.study, ModelName(p.model, p.modelWord), std::to_string(p.k),
-                         Decimals(e.displayPoint, 3), Decimals(e.displayLower, 3),
-                         Decimals(e.displayUpper, 3), Decimals(e.z, 3), Decimals(e.p, 3)});
+        table.Add({p.study, ModelName(p.model, p.modelWord), std::to_string(p.k),
+                   Decimals(e.displayPoint, 3), Decimals(e.displayLower, 3),
+                   Decimals(e.displayUpper, 3), Decimals(e.z, 3), Decimals(e.p, 3)});
     });
     out << (run == 2 ? "One study removed" : "Cumulative analysis") << "\n\n";
-    PrintColumns(lines, out, {2, 3, 4, 5, 6, 7});
+    table.Print(out);
 }
 
 }  // namespace

@@ -5,34 +5,25 @@
 #include <vector>
 
 #include "cli/CommandSupport.h"
+#include "cli/ReadableTable.h"
 
 namespace synthara::cli {
 
 void PrintRandomModel(const analysis::AnalysisResult& r, bool grouped, std::ostream& out) {
-    std::vector<std::string> head = {"Model",
-                                     "Number Studies",
-                                     "Prediction lower",
-                                     "Prediction upper",
-                                     "Tau Squared lower",
-                                     "Tau Squared upper"};
-    if (grouped) head.insert(head.begin() + 1, "Group");
-    std::vector<std::vector<std::string>> lines = {head};
+    ReadableTable table({"Model", "Number Studies", "Prediction lower", "Prediction upper",
+                         "Tau Squared lower", "Tau Squared upper"},
+                        1, grouped);
     std::vector<std::string> fellBack;
     for (const auto& s : r.summaries) {
         if (s.model != 2 || s.k <= 0) continue;
-        std::vector<std::string> line = {"Random effects",
-                                         std::to_string(s.k),
-                                         Decimals(s.piDisplayLower, 3),
-                                         Decimals(s.piDisplayUpper, 3),
-                                         Decimals(s.tau2Lower, 6),
-                                         Decimals(s.tau2Upper, 6)};
-        if (grouped) line.insert(line.begin() + 1, s.group);
-        lines.push_back(std::move(line));
+        table.Add(
+            {"Random effects", std::to_string(s.k), Decimals(s.piDisplayLower, 3),
+             Decimals(s.piDisplayUpper, 3), Decimals(s.tau2Lower, 6), Decimals(s.tau2Upper, 6)},
+            s.group);
         if (s.tau2Method != analysis::Tau2MethodWord(r.tau2Method)) fellBack.push_back(s.group);
     }
-    if (lines.size() == 1) return;
-    const std::vector<std::size_t> right = ColumnRange(grouped ? 2 : 1, head.size());
-    PrintColumns(lines, out, right);
+    if (table.Empty()) return;
+    table.Print(out);
 
     const std::string level = std::to_string(static_cast<int>(r.ciLevel * 100 + 0.5)) + "%";
     out << "\nRandom effects: tau-squared by " << analysis::Tau2MethodName(r.tau2Method) << " ("

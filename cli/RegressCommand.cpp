@@ -11,6 +11,7 @@
 #include "cli/App.h"
 #include "cli/CommandSupport.h"
 #include "cli/JsonWriter.h"
+#include "cli/ReadableTable.h"
 #include "effectsize/Trail.h"
 #include "regression/Predictor.h"
 
@@ -61,30 +62,30 @@ void WriteQ(JsonWriter& json, const char* key, const regression::QRow& row) {
 }
 
 void PrintTables(const regression::RegressionResult& result, std::ostream& out) {
-    std::vector<std::vector<std::string>> lines = {{"", "Point estimate", "Standard error",
-                                                    "Lower limit", "Upper limit", "Z-value",
-                                                    "p-Value"}};
+    ReadableTable coefficients({"", "Point estimate", "Standard error", "Lower limit",
+                                "Upper limit", "Z-value", "p-Value"},
+                               1);
     for (const regression::CoefficientRow& row : regression::Coefficients(result))
-        lines.push_back({std::string(row.label), Shown(row.point), Shown(row.se), Shown(row.lower),
-                         Shown(row.upper), Shown(row.test), Shown(row.p)});
-    PrintColumns(lines, out, {1, 2, 3, 4, 5, 6});
+        coefficients.Add({std::string(row.label), Shown(row.point), Shown(row.se), Shown(row.lower),
+                          Shown(row.upper), Shown(row.test), Shown(row.p)});
+    coefficients.Print(out);
     out << '\n';
-    lines = {{"", "Q", "df", "p-value"}};
+    ReadableTable q({"", "Q", "df", "p-value"}, 1);
     for (const regression::QRow& row : regression::QStatistics(result))
-        lines.push_back({std::string(row.label), Shown(row.Q),
-                         std::to_string(static_cast<long long>(row.df)), Shown(row.p)});
-    PrintColumns(lines, out, {1, 2, 3});
+        q.Add({std::string(row.label), Shown(row.Q), std::to_string(static_cast<long long>(row.df)),
+               Shown(row.p)});
+    q.Print(out);
     out << '\n';
-    lines = {{"Model", "B1", "seb1", "z1", "B0", "seb0", "z0", "QT", "dfT", "QM", "dfM", "QE",
-              "dfE", "C", "tau2"}};
+    ReadableTable steps({"Model", "B1", "seb1", "z1", "B0", "seb0", "z0", "QT", "dfT", "QM", "dfM",
+                         "QE", "dfE", "C", "tau2"},
+                        1);
     for (const regression::ModelRow& step : result.steps) {
         const regression::Beta& b = step.beta;
-        lines.push_back({step.Model, Shown(b.B1), Shown(b.seb1), Shown(b.z1), Shown(b.B0),
-                         Shown(b.seb0), Shown(b.z0), Shown(b.QT), Shown(b.dfT), Shown(b.QM),
-                         Shown(b.dfM), Shown(b.QE), Shown(b.dfE), Shown(b.C),
-                         effectsize::FormatDecimals(b.tau2, 11)});
+        steps.Add({step.Model, Shown(b.B1), Shown(b.seb1), Shown(b.z1), Shown(b.B0), Shown(b.seb0),
+                   Shown(b.z0), Shown(b.QT), Shown(b.dfT), Shown(b.QM), Shown(b.dfM), Shown(b.QE),
+                   Shown(b.dfE), Shown(b.C), effectsize::FormatDecimals(b.tau2, 11)});
     }
-    PrintColumns(lines, out, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14});
+    steps.Print(out);
 }
 
 // Each study's effect, variance, predictor, weight, leverage and residuals,

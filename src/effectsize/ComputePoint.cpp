@@ -29,23 +29,22 @@ constexpr std::array<Family, 3> kFamilies{
      {"Rate difference", "RateDiff", Ix::RateDifference},
      {"Generic difference", "GenericDiff", Ix::PointEstimate}}};
 
-void LimitsTrail(const Family& f, CILimits limits, double point, double se, double lower,
-                 double upper, double z, std::string& t) {
+void LimitsTrail(const Family& f, const EnteredPoint& m, std::string& t) {
     const std::string w(f.word);
-    const std::string seLine = limits == LowerOnly   ? w + "SE = ({P} - {Lower}) / {Z}"
-                               : limits == UpperOnly ? w + "SE = ({Upper} - {P}) / {Z}"
-                                                     : w + "SE = (({Upper} - {Lower}) / 2) / {Z}";
+    const std::string seLine = m.limits == LowerOnly   ? w + "SE = ({P} - {Lower}) / {Z}"
+                               : m.limits == UpperOnly ? w + "SE = ({Upper} - {P}) / {Z}"
+                                                       : w + "SE = (({Upper} - {Lower}) / 2) / {Z}";
     const Formula line{seLine};
     AddFormula(t, Cat({"Point estimate and confidence interval for ", f.name}), "A");
     AddFormula(t, f.name, "T");
     AddFormula(t, w + " = Given", "S");
     const Slots names{{"P", w}};
     line.AddSymbols(t, &names);
-    const std::string pText = G3(point), lowerText = G3(lower), upperText = G3(upper),
-                      zText = G3(z);
+    const std::string pText = G3(m.point), lowerText = G3(m.lower), upperText = G3(m.upper),
+                      zText = G3(m.critical);
     const Slots values{{"P", pText}, {"Lower", lowerText}, {"Upper", upperText}, {"Z", zText}};
     AddStep(t, {w, " = ", pText});
-    line.AddNumbers(t, values, G3(se));
+    line.AddNumbers(t, values, G3(m.se));
 }
 
 // The variance forms have always spoken of each family in its own words,
@@ -78,37 +77,16 @@ void ComputePoint(const sheet::FormatDef& format, WorkingSet& ws, ComputeContext
     const auto* layout = std::get_if<sheet::PointLayout>(&format.layout);
     if (layout == nullptr) return;
     const FormatRoles roles(format, ws);
-    const int pointRole = roles.Role(RoleKind::PointEstimate);
-    CILimits limits = NoLimits;
-    if (layout->form == PointForm::Limits) {
-        limits = CheckCI(CIKind::Raw, pointRole, roles.Role(RoleKind::LowerLimit),
-                         roles.Role(RoleKind::UpperLimit), roles.Role(RoleKind::ConfidenceLevel),
-                         ws, context.options);
-    } else {
-        // A variance at fault is told in the words for a standard error.
-        CheckPoint(pointRole, ws);
-        CheckSe(
-            roles.Role(layout->form == PointForm::StdErr ? RoleKind::StdErr : RoleKind::Variance),
-            ws);
-    }
-    if (!ws.RowErrors.empty()) return;
-
+    EnteredPoint m;
+    if (!ReadEnteredPoint(layout->form, CIKind::Raw, roles, ws, context.options, m)) return;
     const Family& f = kFamilies[static_cast<std::size_t>(layout->family)];
-    const double point = roles.Value(RoleKind::PointEstimate);
-    const double lower = roles.Value(RoleKind::LowerLimit),
-                 upper = roles.Value(RoleKind::UpperLimit);
-    const double z =
-        layout->form == PointForm::Limits ? CriticalZ(roles.Value(RoleKind::ConfidenceLevel)) : 0;
-    const double se = layout->form == PointForm::Limits
-                          ? SEFromLimits(limits, point, lower, upper, z)
-                          : GivenSE(layout->form, roles);
-    ws.SetResult(f.index, point, se, se * se);
+    ws.SetResult(f.index, m.value, m.se, m.se * m.se);
     if (!ws.BuildTrails) return;
     std::string& t = ws.EsFormula[static_cast<std::size_t>(f.index)];
     if (layout->form == PointForm::Limits)
-        LimitsTrail(f, limits, point, se, lower, upper, z, t);
+        LimitsTrail(f, m, t);
     else
-        GivenTrail(f, layout->form, point, se, t);
+        GivenTrail(f, layout->form, m.value, m.se, t);
 }
 
 }  // namespace synthara::effectsize

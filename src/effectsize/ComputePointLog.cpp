@@ -50,40 +50,7 @@ std::string Named(std::string_view text, std::string_view word) {
     return line;
 }
 
-struct LogRow {
-    double point = 0, lower = 0, upper = 0, critical = 0;
-    double logValue = 0, se = 0;
-    CILimits limits = NoLimits;
-};
-
-// Validates the entries and finds the log value and its SE; false when refused.
-bool ReadRatio(PointForm form, const FormatRoles& roles, WorkingSet& ws, ComputeOptions& options,
-               LogRow& m) {
-    if (form == PointForm::Limits) {
-        m.limits = CheckCI(CIKind::Ratio, roles.Role(RoleKind::Ratio),
-                           roles.Role(RoleKind::LowerLimit), roles.Role(RoleKind::UpperLimit),
-                           roles.Role(RoleKind::ConfidenceLevel), ws, options);
-        if (!ws.RowErrors.empty()) return false;
-        m.point = roles.Value(RoleKind::Ratio);
-        m.lower = roles.Value(RoleKind::LowerLimit);
-        m.upper = roles.Value(RoleKind::UpperLimit);
-        m.critical = CriticalZ(roles.Value(RoleKind::ConfidenceLevel));
-        m.logValue = std::log(m.point);
-        m.se = SEFromLimits(m.limits, m.logValue, std::log(m.lower), std::log(m.upper), m.critical);
-        return true;
-    }
-    CheckLogPoint(roles.Role(RoleKind::LogRatio), ws);
-    if (form == PointForm::StdErr)
-        CheckSe(roles.Role(RoleKind::StdErr), ws);
-    else
-        CheckVariance(roles.Role(RoleKind::Variance), ws);
-    if (!ws.RowErrors.empty()) return false;
-    m.logValue = roles.Value(RoleKind::LogRatio);
-    m.se = GivenSE(form, roles);
-    return true;
-}
-
-void LimitsTrail(const Family& f, const LogRow& m, std::string& t) {
+void LimitsTrail(const Family& f, const EnteredPoint& m, std::string& t) {
     const std::string logName = Named("Log@Ratio", f.word), ratioName = Named("@Ratio", f.word);
     const std::string seLine =
         Named(m.limits == LowerOnly   ? "Log@SE = ({L} - {LLower}) / {Z}"
@@ -103,7 +70,7 @@ void LimitsTrail(const Family& f, const LogRow& m, std::string& t) {
     se.AddSymbols(t, &names);
     const std::string lowerText = G3(m.lower), upperText = G3(m.upper),
                       lLowerText = G3(std::log(m.lower)), lUpperText = G3(std::log(m.upper)),
-                      pointText = G3(m.point), lText = G3(m.logValue), zText = G3(m.critical);
+                      pointText = G3(m.point), lText = G3(m.value), zText = G3(m.critical);
     const Slots values{{"Lower limit", lowerText},
                        {"Upper limit", upperText},
                        {"LLower", lLowerText},
@@ -117,7 +84,7 @@ void LimitsTrail(const Family& f, const LogRow& m, std::string& t) {
     se.AddNumbers(t, values, G3(m.se));
 }
 
-void GivenTrail(const Family& f, PointForm form, const LogRow& m, std::string& t) {
+void GivenTrail(const Family& f, PointForm form, const EnteredPoint& m, std::string& t) {
     const bool variance = form == PointForm::Variance;
     AddFormula(
         t,
@@ -132,14 +99,14 @@ void GivenTrail(const Family& f, PointForm form, const LogRow& m, std::string& t
     const Formula ratio{exp};
     ratio.AddSymbols(t);
     const std::string logName = Named("Log@Ratio", f.word), varName = Named("Log@Variance", f.word);
-    const std::string lText = G3(m.logValue), varText = G3(m.se * m.se);
+    const std::string lText = G3(m.value), varText = G3(m.se * m.se);
     const Slots values{{logName, lText}, {varName, varText}};
     AddStep(t, {logName, " = ", lText});
     if (variance)
         se.AddNumbers(t, values, G3(m.se));
     else
         AddStep(t, {Named("Log@SE = ", f.word), G3(m.se)});
-    ratio.AddNumbers(t, values, G3(std::exp(m.logValue)));
+    ratio.AddNumbers(t, values, G3(std::exp(m.value)));
 }
 
 // The other ratios cannot come from this row; a row of odds ratios says so
@@ -237,11 +204,11 @@ void ComputePointLog(const sheet::FormatDef& format, WorkingSet& ws, ComputeCont
     const auto* layout = std::get_if<sheet::PointLogLayout>(&format.layout);
     if (layout == nullptr) return;
     const FormatRoles roles(format, ws);
-    LogRow m;
-    if (!ReadRatio(layout->form, roles, ws, context.options, m)) return;
+    EnteredPoint m;
+    if (!ReadEnteredPoint(layout->form, CIKind::Ratio, roles, ws, context.options, m)) return;
     const Family& f = FamilyOf(layout->family);
-    ws.SetResult(f.logIndex, m.logValue, m.se, m.se * m.se);
-    ws.SetPoint(f.ratioIndex, std::exp(m.logValue));
+    ws.SetResult(f.logIndex, m.value, m.se, m.se * m.se);
+    ws.SetPoint(f.ratioIndex, std::exp(m.value));
     if (ws.BuildTrails) {
         std::string& t = ws.EsFormula[static_cast<std::size_t>(f.logIndex)];
         if (layout->form == PointForm::Limits)
@@ -253,7 +220,7 @@ void ComputePointLog(const sheet::FormatDef& format, WorkingSet& ws, ComputeCont
     }
     // Only an odds ratio converts to a difference in means; without a
     // sample size there is no Hedges's g.
-    if (layout->family == RatioFamily::Odds) FromLogOdds(m.logValue, m.se, ws, context.options);
+    if (layout->family == RatioFamily::Odds) FromLogOdds(m.value, m.se, ws, context.options);
 }
 
 }  // namespace synthara::effectsize

@@ -32,22 +32,58 @@ double GivenSE(sheet::PointForm form, const FormatRoles& roles) {
                                               : roles.Value(sheet::RoleKind::StdErr);
 }
 
+CILimits CheckEnteredPoint(sheet::PointForm form, CIKind kind, sheet::RoleKind pointKind,
+                           const FormatRoles& roles, WorkingSet& ws, ComputeOptions& options) {
+    using sheet::PointForm;
+    using sheet::RoleKind;
+    if (form == PointForm::Limits) {
+        return CheckCI(kind, roles.Role(pointKind), roles.Role(RoleKind::LowerLimit),
+                       roles.Role(RoleKind::UpperLimit), roles.Role(RoleKind::ConfidenceLevel), ws,
+                       options);
+    }
+    const int spread =
+        roles.Role(form == PointForm::StdErr ? RoleKind::StdErr : RoleKind::Variance);
+    if (kind == CIKind::Ratio) {
+        CheckLogPoint(roles.Role(RoleKind::LogRatio), ws);
+        if (form == PointForm::StdErr)
+            CheckSe(spread, ws);
+        else
+            CheckVariance(spread, ws);
+    } else {
+        CheckPoint(roles.Role(pointKind), ws);
+        CheckSe(spread, ws);
+    }
+    return NoLimits;
+}
+
+bool ReadEnteredPoint(sheet::PointForm form, CIKind kind, const FormatRoles& roles, WorkingSet& ws,
+                      ComputeOptions& options, EnteredPoint& m) {
+    using sheet::RoleKind;
+    const bool ratio = kind == CIKind::Ratio;
+    const RoleKind pointKind = ratio ? RoleKind::Ratio : RoleKind::PointEstimate;
+    m.limits = CheckEnteredPoint(form, kind, pointKind, roles, ws, options);
+    if (!ws.RowErrors.empty()) return false;
+    if (form != sheet::PointForm::Limits) {
+        m.value = m.point = roles.Value(ratio ? RoleKind::LogRatio : pointKind);
+        m.se = GivenSE(form, roles);
+        return true;
+    }
+    m.point = roles.Value(pointKind);
+    m.lower = roles.Value(RoleKind::LowerLimit);
+    m.upper = roles.Value(RoleKind::UpperLimit);
+    m.critical = CriticalZ(roles.Value(RoleKind::ConfidenceLevel));
+    const auto scale = [ratio](double x) { return ratio ? std::log(x) : x; };
+    m.value = scale(m.point);
+    m.se = SEFromLimits(m.limits, m.value, scale(m.lower), scale(m.upper), m.critical);
+    return true;
+}
+
 bool CheckGivenDifference(const FormatRoles& roles, sheet::RoleKind pointKind,
                           std::initializer_list<sheet::RoleKind> sizes, WorkingSet& ws,
                           ComputeOptions& options, GivenPoint& given) {
     using sheet::RoleKind;
     const bool limits = given.form == sheet::PointForm::Limits;
-    if (limits) {
-        given.limits = CheckCI(CIKind::Raw, roles.Role(pointKind), roles.Role(RoleKind::LowerLimit),
-                               roles.Role(RoleKind::UpperLimit),
-                               roles.Role(RoleKind::ConfidenceLevel), ws, options);
-    } else {
-        CheckPoint(roles.Role(pointKind), ws);
-        // A variance at fault is told in the words for a standard error.
-        CheckSe(roles.Role(given.form == sheet::PointForm::StdErr ? RoleKind::StdErr
-                                                                  : RoleKind::Variance),
-                ws);
-    }
+    given.limits = CheckEnteredPoint(given.form, CIKind::Raw, pointKind, roles, ws, options);
     bool first = true;
     for (RoleKind size : sizes) {
         const int role = roles.Role(size);

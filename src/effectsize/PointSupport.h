@@ -22,6 +22,25 @@ double SEFromLimits(CILimits limits, double point, double lower, double upper, d
 // The standard error of a point given with its SE or its variance.
 double GivenSE(sheet::PointForm form, const FormatRoles& roles);
 
+// Checks a point given in `form` (the role of `pointKind`): with its limits
+// by the rules of `kind`; or with its standard error or variance, a ratio
+// then given as its log (RoleKind::LogRatio) and a difference's variance
+// told in the words for a standard error. Returns the limits entered.
+CILimits CheckEnteredPoint(sheet::PointForm form, CIKind kind, sheet::RoleKind pointKind,
+                           const FormatRoles& roles, WorkingSet& ws, ComputeOptions& options);
+
+// A ratio or difference the user computed, as entered and as analysed: a
+// ratio in logs (`value` and `se` of its log), a difference as it is.
+struct EnteredPoint {
+    CILimits limits = NoLimits;
+    double point = 0, lower = 0, upper = 0, critical = 0;  // the limits' normal deviate
+    double value = 0, se = 0;
+};
+// Checks the point (CheckEnteredPoint of a ratio's or a difference's roles)
+// and reads it into `entered`; false when the row is refused.
+bool ReadEnteredPoint(sheet::PointForm form, CIKind kind, const FormatRoles& roles, WorkingSet& ws,
+                      ComputeOptions& options, EnteredPoint& entered);
+
 // A difference in means as the user gave it, with the t-value its limits
 // were read with.
 struct GivenPoint {

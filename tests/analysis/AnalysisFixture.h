@@ -28,6 +28,20 @@ struct AnalysisFixture {
     analysis::ComputeStatus status = analysis::ComputeStatus::Busy;
 };
 
+// Nine studies in three arms of the moderator "Arm": "a", "b" and "c".
+inline std::vector<RowValues> ThreeArms() {
+    return {{"A1", 0.1, 0.04, "a"}, {"A2", 0.5, 0.09, "a"}, {"A3", -0.2, 0.05, "a"},
+            {"B1", 0.8, 0.10, "b"}, {"B2", 0.3, 0.02, "b"}, {"C1", -0.4, 0.07, "c"},
+            {"C2", 0.2, 0.03, "c"}, {"C3", 0.9, 0.2, "c"},  {"C4", 0.0, 0.06, "c"}};
+}
+
+// The three arms, grouped by arm unless told otherwise.
+struct ArmsFixture : AnalysisFixture {
+    explicit ArmsFixture(bool grouped = true) : AnalysisFixture(ThreeArms()) {
+        if (grouped) analysis.GroupBy = "Arm";
+    }
+};
+
 inline const analysis::SummaryResult* FindSummary(const analysis::AnalysisResult& r,
                                                   std::string_view model,
                                                   std::string_view group = "Overall") {

@@ -11,19 +11,13 @@ namespace synthara::analysis {
 namespace {
 
 using testing::AnalysisFixture;
+using testing::ArmsFixture;
 using testing::FindSummary;
 using testing::IsNear;
-using testing::RowValues;
-
-std::vector<RowValues> ThreeArms() {
-    return {{"A1", 0.1, 0.04, "a"}, {"A2", 0.5, 0.09, "a"}, {"A3", -0.2, 0.05, "a"},
-            {"B1", 0.8, 0.10, "b"}, {"B2", 0.3, 0.02, "b"}, {"C1", -0.4, 0.07, "c"},
-            {"C2", 0.2, 0.03, "c"}, {"C3", 0.9, 0.2, "c"},  {"C4", 0.0, 0.06, "c"}};
-}
+using testing::ThreeArms;
 
 TEST(Models, ThreeGroupsUnderTheFullyRandomModelKeepOneDfBetween) {
-    AnalysisFixture f(ThreeArms());
-    f.analysis.GroupBy = "Arm";
+    ArmsFixture f;
     const AnalysisResult r = f.Run();
     ASSERT_EQ(f.status, ComputeStatus::Done);
     EXPECT_EQ(f.analysis.NumberOfModels, 5);
@@ -58,7 +52,7 @@ TEST(Models, ThreeGroupsUnderTheFullyRandomModelKeepOneDfBetween) {
 }
 
 TEST(Models, OneGroupPoolsItsOwnTauAndModelFiveIsModelThree) {
-    std::vector<RowValues> rows = ThreeArms();
+    std::vector<testing::RowValues> rows = ThreeArms();
     rows.resize(3);
     AnalysisFixture f(rows);
     f.analysis.GroupBy = "Arm";
@@ -90,7 +84,7 @@ TEST(Models, GroupsOfOneStudyPoolNoTau) {
 }
 
 TEST(Models, WithoutGroupingTwoModelsAndTheFlagsOfTheRunsShow) {
-    AnalysisFixture f(ThreeArms());
+    ArmsFixture f(false);
     f.analysis.RunWhich[1] = false;
     const AnalysisResult r = f.Run();
     EXPECT_EQ(f.analysis.NumberOfModels, 2);
@@ -100,8 +94,7 @@ TEST(Models, WithoutGroupingTwoModelsAndTheFlagsOfTheRunsShow) {
 }
 
 TEST(Models, TheFlagsDecideTheModelsRunAndTheRowsShown) {
-    AnalysisFixture f(ThreeArms());
-    f.analysis.GroupBy = "Arm";
+    ArmsFixture f;
     for (auto& flags : f.analysis.CompModelA)
         flags.fill(false);
     // "Random, ignoring grouping" on the groups alone runs model 3 as well.
@@ -123,8 +116,7 @@ TEST(Models, TheFlagsDecideTheModelsRunAndTheRowsShown) {
 }
 
 TEST(Models, ModelsTwoAndFourTakeModelOnesTauOfTheTotalAndOfTheGroup) {
-    AnalysisFixture f(ThreeArms());
-    f.analysis.GroupBy = "Arm";
+    ArmsFixture f;
     const AnalysisResult r = f.Run();
     const WorkingTable& vs = f.analysis.vs;
     const std::vector<int> calc = f.analysis.CalculationRows();

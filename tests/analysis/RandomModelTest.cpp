@@ -17,14 +17,10 @@ namespace synthara::analysis {
 namespace {
 
 using testing::AnalysisFixture;
+using testing::ArmsFixture;
 using testing::FindSummary;
 using testing::IsNear;
 using testing::RowValues;
-
-std::vector<RowValues> TwoArms() {
-    return {{"A1", 0.1, 0.04, "a"}, {"A2", 0.5, 0.09, "a"}, {"A3", -0.2, 0.05, "a"},
-            {"B1", 0.8, 0.10, "b"}, {"B2", 0.3, 0.02, "b"}, {"B3", 0.9, 0.2, "b"}};
-}
 
 void Choose(Analysis& a, Tau2Method method, bool hksj = false, int maxIterations = 100) {
     a.AdjustRandomModel = [=](RandomModelOptions& o) {
@@ -37,13 +33,15 @@ void Choose(Analysis& a, Tau2Method method, bool hksj = false, int maxIterations
 // Model 2 weighs every row with the total's estimate and shows each group's
 // own; model 4 keeps the classic estimate of its group.
 TEST(RandomModel, TheEstimatorServesModelTwoAndNoOther) {
-    AnalysisFixture f(TwoArms());
-    f.analysis.GroupBy = "Arm";
+    ArmsFixture f;
     Choose(f.analysis, Tau2Method::REML);
     const AnalysisResult r = f.Run();
     ASSERT_EQ(f.status, ComputeStatus::Done);
-    const std::vector<double> y = {0.1, 0.5, -0.2, 0.8, 0.3, 0.9},
-                              v = {0.04, 0.09, 0.05, 0.10, 0.02, 0.2};
+    std::vector<double> y, v;
+    for (const RowValues& row : testing::ThreeArms()) {
+        y.push_back(*row.point);
+        v.push_back(*row.variance);
+    }
     const double total = EstimateTau2(Tau2Method::REML, y, v).tau2;
     const double groupA =
         EstimateTau2(Tau2Method::REML, std::vector<double>(y.begin(), y.begin() + 3),
@@ -63,7 +61,7 @@ TEST(RandomModel, TheEstimatorServesModelTwoAndNoOther) {
 }
 
 TEST(RandomModel, AnEstimatorThatDoesNotConvergeLeavesTheClassicValue) {
-    AnalysisFixture f(TwoArms());
+    ArmsFixture f(false);
     Choose(f.analysis, Tau2Method::REML, false, 1);
     const AnalysisResult r = f.Run();
     const SummaryResult* random = FindSummary(r, "Random");
@@ -137,7 +135,7 @@ TEST(RandomModel, TheSensitivityRunsUseTheEstimator) {
 // A run takes the choices the sheet keeps; the classic ones leave the cells
 // blank, as an older file has them.
 TEST(RandomModel, ARunTakesTheChoicesTheSheetKeeps) {
-    AnalysisFixture f(TwoArms());
+    ArmsFixture f(false);
     EXPECT_EQ(ReadRandomModel(f.sheet.Flex()).tau2, Tau2Method::DL);
     WriteRandomModel(f.sheet, {Tau2Method::PM, true, {}});
     const AnalysisResult r = f.Run();

@@ -18,16 +18,12 @@ Ran AnalyzeText(const std::string& text, std::vector<std::string> options = {}) 
     return clitest::RunCli(args);
 }
 
+// Two valid rows about one with an empty cell.
 Ran Analyze(std::vector<std::string> options) {
-    const std::string path = clitest::WriteFile(
-        "analyze.csv",
-        "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
-        "Aronson 1948,4,123,11,139\n"
-        "One cell empty,,50,10,52\n"
-        "Ferguson & Simes 1949,6,306,29,303\n");
-    std::vector<std::string> args = {"analyze", path, "--format", "Cohort 2x2 (Events)"};
-    args.insert(args.end(), options.begin(), options.end());
-    return clitest::RunCli(args);
+    return AnalyzeText(std::string(kTitles) +
+                           "Aronson 1948,4,123,11,139\nOne cell empty,,50,10,52\n"
+                           "Ferguson & Simes 1949,6,306,29,303\n",
+                       std::move(options));
 }
 
 TEST(AnalyzeCommand, RefusesWhatItCannotAnalyze) {

@@ -33,27 +33,13 @@ TEST(PersonTime, IndicesOfTwoGroups) {
           {Ix::PYCellB, 500},
           {Ix::EventsPY3, 30},
           {Ix::NPY3, 900}}},
-        // No events in either group: 0.5 in each, still valid.
-        {"both rates 0",
-         kPY,
-         {0, 100, 0, 200},
-         {{Ix::LogRateRatio, 0.6931471805599453, 2},
-          {Ix::RateDifference, 0, 0.0079056941504209},
-          {Ix::EventsPY1, 0},
-          {Ix::PYCellC, 0},
-          {Ix::NPY2, 200}}},
-        // One rate of 0: the difference is of the raw rates, its variance of the raised events.
-        {"one rate 0",
-         kPY,
-         {0, 100, 4, 100},
-         {{Ix::LogRateRatio, std::log(0.5 / 4.5), std::sqrt(1 / 0.5 + 1 / 4.5)},
-          {Ix::RateDifference, -0.04, std::sqrt(0.5 / 1e4 + 4.5 / 1e4)},
-          {Ix::EventsPY3, 4}}},
     };
     for (const ValidCase& c : cases)
         CheckValid(c);
 
+    // An empty group, or two, are reference cases; both empty still say so.
     const Row bothZero(kPY, {0, 100, 0, 200});
+    EXPECT_TRUE(bothZero.ws.IsValid(Ix::LogRateRatio));
     EXPECT_TRUE(bothZero.ws.EsFormula[Ix::LogRateRatio].starts_with(
         "Rate ratio\r\nCannot be computed when event rate is 0% in both groups\r\n\r\nRate ratio"));
     EXPECT_EQ(bothZero.ws.EsFormula[Ix::RateRatio], bothZero.ws.EsFormula[Ix::LogRateRatio]);
@@ -98,14 +84,6 @@ TEST(OneGroup, EventRates) {
          "Event rate and sample size",
          {0.25, 40},
          {{Ix::LogitEventRate, -1.0986122886681098, 0.3651483716701107}, {Ix::Events0, 10}}},
-        // Events equal to N: no non-events, so 0.5 goes to both and the total grows by one.
-        {"every subject",
-         "Events and sample size",
-         {12, 12},
-         {{Ix::LogitEventRate, 3.2188758248682006, 1.4422205101855958},
-          {Ix::N0, 13},
-          {Ix::OneCellA, 12.5},
-          {Ix::OneCellB, 0.5}}},
     };
     for (const ValidCase& c : cases)
         CheckValid(c);
@@ -165,24 +143,9 @@ TEST(OneGroup, RatesOverPersonTime) {
                   {"The number of events is missing"}});
 }
 
+// Each format's numbers, the limits on one side among them, are reference cases.
 TEST(OneGroup, Means) {
     const char* limits = "Mean and confidence limits";
-    const ValidCase cases[] = {
-        {"SD",
-         "Mean, SD and sample size",
-         {10, 3, 25},
-         {{Ix::Mean, 10, 0.6}, {Ix::Mean0, 10}, {Ix::SD0, 3}, {Ix::MeanN0, 25}, {Ix::N0, 25}}},
-        {"standard error", "Mean and standard error", {-2, 0.4}, {{Ix::Mean, -2, 0.4}}},
-        {"variance", "Mean and variance", {-3.1, 0.49}, {{Ix::Mean, -3.1, 0.7}}},
-        // The half-width from the mean to the lower limit over t(.95, 17).
-        {"lower limit only",
-         limits,
-         {24.5, 21.3, none, 18, 0.9},
-         {{Ix::Mean, 24.5, 1.8394962217810633}, {Ix::N0, 18}}},
-    };
-    for (const ValidCase& c : cases)
-        CheckValid(c);
-
     const RefusedCase refused[] = {
         {"SD zero, N one",
          "Mean, SD and sample size",
@@ -209,13 +172,6 @@ TEST(OneGroup, Means) {
 }
 
 TEST(Peto, FromObservedMinusExpected) {
-    CheckValid({"ordinary",
-                "Peto's (O-E) and V",
-                {3, 4},
-                {{Ix::LogPetoOddsRatio, 0.75, 0.5},
-                 {Ix::PetoOddsRatio, std::exp(0.75)},
-                 {Ix::PetoOE, 3},
-                 {Ix::PetoV, 4}}});
     // 620 is the largest log ratio computed.
     CheckValid({"at the limit", "Peto's (O-E) and V", {620, 1}, {{Ix::LogPetoOddsRatio, 620, 1}}});
     const Row above("Peto's (O-E) and V", {620.5, 1});

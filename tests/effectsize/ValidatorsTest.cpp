@@ -10,18 +10,25 @@
 namespace synthara::effectsize {
 namespace {
 
-// Two roles with labels; std::nullopt is a missing cell.
-WorkingSet TwoRoles(std::optional<double> first, std::optional<double> second) {
+// Roles from 0 with the values given, the first two labelled as two-group
+// events are; std::nullopt is a missing cell.
+WorkingSet Roles(std::initializer_list<std::optional<double>> values) {
     WorkingSet ws;
     ws.Reset();
-    const std::optional<double> values[2] = {first, second};
     ws.EntryLabels[0] = "Group-A Events";
     ws.EntryLabels[1] = "Group-A Total N";
-    for (std::size_t role = 0; role < 2; ++role) {
-        ws.EntryMissing[role] = !values[role];
-        ws.EntryVals[role] = values[role].value_or(0);
+    std::size_t role = 0;
+    for (const auto& value : values) {
+        ws.EntryMissing[role] = !value;
+        ws.EntryVals[role] = value.value_or(0);
+        ++role;
     }
     return ws;
+}
+
+// "A" when the first cell is marked, "B" when the second is.
+std::string Marked(const WorkingSet& ws) {
+    return std::string(ws.EntryMarks[0].empty() ? "" : "A") + (ws.EntryMarks[1].empty() ? "" : "B");
 }
 
 // The row's errors as they are stored, from messages joined by '|'.
@@ -72,12 +79,10 @@ TEST(Validators, EventValidatorsReportInOrderAndMarkTheCellTheyBlame) {
         {"rate of one", CheckEventRateN, 1, 1, "", ""},
     };
     for (const auto& c : cases) {
-        WorkingSet ws = TwoRoles(c.first, c.second);
+        WorkingSet ws = Roles({c.first, c.second});
         c.check(0, 1, ws);
         EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.what;
-        const std::string marked = std::string(ws.EntryMarks[0].empty() ? "" : "A") +
-                                   (ws.EntryMarks[1].empty() ? "" : "B");
-        EXPECT_EQ(marked, c.marked) << c.what;
+        EXPECT_EQ(Marked(ws), c.marked) << c.what;
     }
 }
 
@@ -92,7 +97,7 @@ TEST(Validators, ExternalCorrelation) {
                  {-1, range},
                  {std::nullopt, "Correlation is missing"}};
     for (const auto& c : cases) {
-        WorkingSet ws = TwoRoles(c.r, 1);
+        WorkingSet ws = Roles({c.r, 1});
         CheckR(0, ws);
         EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
         EXPECT_EQ(ws.EntryMarks[0], c.message);
@@ -142,7 +147,7 @@ TEST(Validators, OneValueAgainstItsRange) {
         {CheckDesign, 3, ""},
     };
     for (const auto& c : cases) {
-        WorkingSet ws = TwoRoles(c.value, 1);
+        WorkingSet ws = Roles({c.value, 1});
         c.check(0, ws);
         EXPECT_EQ(ws.RowErrors, RowErrors(c.message)) << c.message << " " << c.value.value_or(-99);
         EXPECT_EQ(ws.EntryMarks[0], c.message);
@@ -160,7 +165,7 @@ TEST(Validators, CodedChoices) {
                       {4, true, "Effect direction is missing"},
                       {std::nullopt, true, "Effect direction is missing"}};
     for (const auto& c : directions) {
-        WorkingSet ws = TwoRoles(c.code, 1);
+        WorkingSet ws = Roles({c.code, 1});
         CheckDirection(0, ws, c.autoAllowed);
         EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
     }
@@ -174,7 +179,7 @@ TEST(Validators, CodedChoices) {
         {1, StdTypes::ChangeOnly, "With this format, must standardize by change score SD"},
         {std::nullopt, StdTypes::Either, "Method for standardizing is missing"}};
     for (const auto& c : methods) {
-        WorkingSet ws = TwoRoles(c.method, 1);
+        WorkingSet ws = Roles({c.method, 1});
         CheckStdType(0, ws, c.permitted);
         EXPECT_EQ(ws.RowErrors, RowErrors(c.message));
     }
@@ -198,29 +203,14 @@ TEST(Validators, PrePostCorrelation) {
         {0.5, 3, CorrNeed::NeedForPost, "B", "Method for standardizing is missing"},
     };
     for (const auto& c : cases) {
-        WorkingSet ws = TwoRoles(c.r, c.method);
+        WorkingSet ws = Roles({c.r, c.method});
         CheckCorrOptional(0, 1, c.need, ws);
         EXPECT_EQ(ws.RowErrors, RowErrors(c.messages)) << c.messages;
-        const std::string marked = std::string(ws.EntryMarks[0].empty() ? "" : "A") +
-                                   (ws.EntryMarks[1].empty() ? "" : "B");
-        EXPECT_EQ(marked, c.marked) << c.messages;
+        EXPECT_EQ(Marked(ws), c.marked) << c.messages;
     }
-    EXPECT_TRUE(CheckCorrValid(0, TwoRoles(0.99, 1)));
-    EXPECT_FALSE(CheckCorrValid(0, TwoRoles(-1, 1)));
-    EXPECT_FALSE(CheckCorrValid(0, TwoRoles(none, 1)));
-}
-
-// Roles 0 to 3 with the values given; std::nullopt is a missing cell.
-WorkingSet Roles(std::initializer_list<std::optional<double>> values) {
-    WorkingSet ws;
-    ws.Reset();
-    std::size_t role = 0;
-    for (const auto& value : values) {
-        ws.EntryMissing[role] = !value;
-        ws.EntryVals[role] = value.value_or(0);
-        ++role;
-    }
-    return ws;
+    EXPECT_TRUE(CheckCorrValid(0, Roles({0.99, 1})));
+    EXPECT_FALSE(CheckCorrValid(0, Roles({-1, 1})));
+    EXPECT_FALSE(CheckCorrValid(0, Roles({none, 1})));
 }
 
 TEST(Validators, TestValuesAgreeWithTheMeans) {

@@ -13,72 +13,55 @@ using synthara::testing::IsNear;
 
 // Values worked by a plain double loop over the pairs of the V*-sorted rows.
 TEST(RankCorrelation, SmallDatasets) {
-    const struct {
-        std::vector<double> es, se;
+    struct Pairs {
         double concordant, discordant;
         std::int64_t ties;
-        double s, sCorrected, z, p1, p1Corrected;
+        double s, sCorrected;
+    };
+    struct Tests {
+        double z, p1, p1Corrected;
+    };
+    const struct {
+        std::vector<double> es, se;
+        Pairs pairs;
+        Tests tests;
     } cases[] = {
         // S of -1 and +1 both correct to 0: tau and z 0, p 0.5 and 1.
         {{0.5, 0.1, 0.3},
          {0.1, 0.2, 0.3},
-         1,
-         2,
-         0,
-         -1,
-         0,
-         0.5222329678670934,
-         0.30075406722029496,
-         0.5},
+         {1, 2, 0, -1, 0},
+         {0.5222329678670934, 0.30075406722029496, 0.5}},
         {{-0.5, -0.1, -0.3},
          {0.1, 0.2, 0.3},
-         2,
-         1,
-         0,
-         1,
-         0,
-         0.5222329678670934,
-         0.30075406722029496,
-         0.5},
+         {2, 1, 0, 1, 0},
+         {0.5222329678670934, 0.30075406722029496, 0.5}},
         // S of 0 stays 0.
-        {{0.1, 0.8, 0.4, 0.2}, {0.1, 0.2, 0.3, 0.4}, 3, 3, 0, 0, 0, 0, 0.5, 0.5},
+        {{0.1, 0.8, 0.4, 0.2}, {0.1, 0.2, 0.3, 0.4}, {3, 3, 0, 0, 0}, {0, 0.5, 0.5}},
         // Two studies of one standard error: their pair splits, half to each side.
         {{0.2, 0.6, 0.1, 0.4},
          {0.1, 0.2, 0.2, 0.3},
-         4.5,
-         1.5,
-         1,
-         3,
-         2,
-         1.019049330730136,
-         0.15408977373352706,
-         0.24845292378238404},
+         {4.5, 1.5, 1, 3, 2},
+         {1.019049330730136, 0.15408977373352706, 0.24845292378238404}},
         {{0.1, 0.5, 0.3, 0.9},
          {0.1, 0.3, 0.2, 0.25},
-         5,
-         1,
-         0,
-         4,
-         3,
-         1.3587324409735149,
-         0.08711569412401254,
-         0.15408977373352706},
+         {5, 1, 0, 4, 3},
+         {1.3587324409735149, 0.08711569412401254, 0.15408977373352706}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.es[0]);
         const TauResult r = RunTau(testdata::Make(c.es, c.se));
         ASSERT_TRUE(r.ok);
-        EXPECT_EQ(r.pairs.concordant, c.concordant);
-        EXPECT_EQ(r.pairs.discordant, c.discordant);
-        EXPECT_EQ(r.pairs.ties, c.ties);
-        EXPECT_EQ(r.s, c.s);
-        EXPECT_EQ(r.sCorrected, c.sCorrected);
-        EXPECT_TRUE(IsNear(r.tau, c.s / (c.concordant + c.discordant)));
-        EXPECT_TRUE(IsNear(r.z, c.z));
-        EXPECT_TRUE(IsNear(r.p1, c.p1));
-        EXPECT_TRUE(IsNear(r.p2, 2 * c.p1));
-        EXPECT_TRUE(IsNear(r.p1Corrected, c.p1Corrected));
-        EXPECT_TRUE(IsNear(r.p2Corrected, 2 * c.p1Corrected));
+        EXPECT_EQ(r.pairs.concordant, c.pairs.concordant);
+        EXPECT_EQ(r.pairs.discordant, c.pairs.discordant);
+        EXPECT_EQ(r.pairs.ties, c.pairs.ties);
+        EXPECT_EQ(r.s, c.pairs.s);
+        EXPECT_EQ(r.sCorrected, c.pairs.sCorrected);
+        EXPECT_TRUE(IsNear(r.tau, c.pairs.s / (c.pairs.concordant + c.pairs.discordant)));
+        EXPECT_TRUE(IsNear(r.z, c.tests.z));
+        EXPECT_TRUE(IsNear(r.p1, c.tests.p1));
+        EXPECT_TRUE(IsNear(r.p2, 2 * c.tests.p1));
+        EXPECT_TRUE(IsNear(r.p1Corrected, c.tests.p1Corrected));
+        EXPECT_TRUE(IsNear(r.p2Corrected, 2 * c.tests.p1Corrected));
     }
 }
 
