@@ -7,7 +7,9 @@ namespace synthara::ui {
 
 TitleEditor::TitleEditor(QHeaderView& header, int section, const QString& title,
                          std::function<bool(const QString&)> commit)
-    : QLineEdit(title, header.viewport()), commit_(std::move(commit)) {
+    : QLineEdit(title, header.viewport()),
+      commit_(std::move(commit)),
+      view_(header.parentWidget()) {
     setObjectName("titleEditor");
     setAlignment(Qt::AlignCenter);
     setGeometry(header.sectionViewportPosition(section), 0, header.sectionSize(section),
@@ -52,8 +54,7 @@ void TitleEditor::Close() {
     if (closed_) return;
     closed_ = true;
     hide();
-    if (parentWidget() != nullptr && parentWidget()->parentWidget() != nullptr)
-        parentWidget()->parentWidget()->setFocus();
+    if (view_ != nullptr) view_->setFocus();
     deleteLater();
 }
 

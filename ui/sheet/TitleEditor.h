@@ -3,6 +3,7 @@
 // section after a double-click. Enter commits, Escape cancels, and leaving
 // the line commits too; the editor deletes itself when done.
 #include <QLineEdit>
+#include <QPointer>
 #include <functional>
 
 class QHeaderView;
@@ -25,6 +26,8 @@ class TitleEditor final : public QLineEdit {
     void Close();
 
     std::function<bool(const QString&)> commit_;
+    // The grid, which has the focus back when the line closes.
+    QPointer<QWidget> view_;
     bool busy_ = false;
     bool closed_ = false;
 };
