@@ -49,20 +49,28 @@ void Put(sheet::Sheet& sheet, int col, int row, const std::string& value) {
     if (!sheet.MetaIs(col, row, value)) sheet.SetMeta(col, row, value);
 }
 
-// The column's number format, alignment, width and visibility from its record.
-void Reformat(sheet::Sheet& sheet, int col) {
+// The looks of a column that its record sets.
+enum Look : unsigned { kFormat = 1, kAlign = 2, kWidth = 4, kHidden = 8 };
+
+// The column's `looks` from its record, where they read otherwise; looks of
+// fields the user did not change stay as they are.
+void Reformat(sheet::Sheet& sheet, int col, unsigned looks) {
     const sheet::Column& look = sheet.Flex().Col(col);
     if (const std::string format = sheet::ColumnNumberFormat(sheet, col);
-        look.numberFormat != format)
+        (looks & kFormat) != 0 && look.numberFormat != format)
         sheet.SetColNumberFormat(col, format);
-    if (const sheet::Alignment align = sheet::ColumnAlignment(sheet, col); look.alignment != align)
+    if (const sheet::Alignment align = sheet::ColumnAlignment(sheet, col);
+        (looks & kAlign) != 0 && look.alignment != align)
         sheet.SetColAlignment(col, align);
     // A width of "Auto" leaves the grid's: the screen widens such a column to
     // its contents, and a project keeps the width it was saved with.
     if (const std::optional<int> width = Digits(sheet.Meta(col, MetaRow::ColWidth));
-        width && look.width != *width)
+        (looks & kWidth) != 0 && width && look.width != *width)
         sheet.SetColWidth(col, *width);
-    if (const bool hidden = sheet.MetaIs(col, MetaRow::Hidden, "Hide"); look.hidden != hidden) {
+    // Only the user's own columns are shown and hidden by their record.
+    if (const bool hidden = sheet.MetaIs(col, MetaRow::Hidden, "Hide");
+        (looks & kHidden) != 0 && KindOfColumn(sheet, col) == ColumnKind::User &&
+        look.hidden != hidden) {
         sheet.SetColHidden(col, hidden);
         sheet.AddLetters();
     }
@@ -167,7 +175,7 @@ std::optional<ports::Box> CheckColumnProperties(const sheet::Sheet& sheet, int c
     if (wanted.title != now.title) {
         if (wanted.title.find_first_not_of(' ') == std::string::npos)
             return Refusal("Please type a name for the column     ");
-        if (HasLineBreakOrTab(wanted.title) || HasLineBreakOrTab(wanted.varName))
+        if (HasLineBreakOrTab(wanted.title))
             return Refusal("A column's name cannot hold a tab or a line break     ");
         for (int c = 0; c < sheet.Flex().Cols(); ++c)
             if (c != col && sheet.ColumnLabel(c) == wanted.title)
@@ -192,6 +200,8 @@ std::optional<ports::Box> CheckColumnProperties(const sheet::Sheet& sheet, int c
                        std::to_string(kMaxColumnWidth / kTwipsPerPoint) + " points     ");
     if (wanted.hidden != now.hidden)
         if (auto refusal = CheckShown(sheet, col)) return refusal;
+    if (HasLineBreakOrTab(wanted.varName))
+        return Refusal("A column's name cannot hold a tab or a line break     ");
     if (HasLineBreakOrTab(wanted.missing))
         return Refusal("The code for a missing value cannot hold a tab or a line break     ");
     if (wanted.dataType == "Drop down box" && kind == ColumnKind::User)
@@ -200,20 +210,25 @@ std::optional<ports::Box> CheckColumnProperties(const sheet::Sheet& sheet, int c
 }
 
 void ApplyColumnProperties(sheet::Sheet& sheet, int col, const ColumnProperties& p) {
-    if (!sheet.MetaIs(col, MetaRow::ColumnHeader, p.title)) {
+    // Only what the user changed is written: a record may keep a field blank
+    // that reads as its default.
+    const ColumnProperties now = ReadColumnProperties(sheet, col);
+    if (p.title != now.title) {
         sheet.SetMeta(col, MetaRow::ColumnHeader, p.title);
         Put(sheet, col, MetaRow::Renamed, "Manual");
     }
-    Put(sheet, col, MetaRow::VarName, p.varName);
-    Put(sheet, col, MetaRow::Missing, p.missing);
-    Put(sheet, col, MetaRow::NumDecs, p.decimals < 0 ? "Auto" : std::to_string(p.decimals));
-    Put(sheet, col, MetaRow::Align, p.align);
-    if (p.width < 0 && Digits(sheet.Meta(col, MetaRow::ColWidth)))
-        sheet.SetColWidth(col, kAutoBaseWidth);
-    Put(sheet, col, MetaRow::ColWidth, p.width < 0 ? "Auto" : std::to_string(p.width));
+    if (p.varName != now.varName) Put(sheet, col, MetaRow::VarName, p.varName);
+    if (p.missing != now.missing) Put(sheet, col, MetaRow::Missing, p.missing);
+    if (p.decimals != now.decimals)
+        Put(sheet, col, MetaRow::NumDecs, p.decimals < 0 ? "Auto" : std::to_string(p.decimals));
+    if (p.align != now.align) Put(sheet, col, MetaRow::Align, p.align);
+    if (p.width != now.width) {
+        if (p.width < 0) sheet.SetColWidth(col, kAutoBaseWidth);
+        Put(sheet, col, MetaRow::ColWidth, p.width < 0 ? "Auto" : std::to_string(p.width));
+    }
     if (KindOfColumn(sheet, col) == ColumnKind::User) {
-        Put(sheet, col, MetaRow::DataType, p.dataType);
-        Put(sheet, col, MetaRow::Hidden, p.hidden ? "Hide" : "Show");
+        if (p.dataType != now.dataType) Put(sheet, col, MetaRow::DataType, p.dataType);
+        if (p.hidden != now.hidden) Put(sheet, col, MetaRow::Hidden, p.hidden ? "Hide" : "Show");
         std::vector<std::string> values;
         if (p.dataType == "Drop down box") {
             values = CleanValues(p.values);
@@ -221,10 +236,15 @@ void ApplyColumnProperties(sheet::Sheet& sheet, int col, const ColumnProperties&
             if (values.empty())
                 values = DistinctValues(sheet, col, kMaxDropDownValues).value_or(values);
         }
-        Put(sheet, col, MetaRow::ValueList, JoinValueList(values));
-        Put(sheet, col, MetaRow::Numvals, std::to_string(values.size()));
+        if (values != now.values) {
+            Put(sheet, col, MetaRow::ValueList, JoinValueList(values));
+            Put(sheet, col, MetaRow::Numvals, std::to_string(values.size()));
+        }
     }
-    Reformat(sheet, col);
+    Reformat(sheet, col,
+             (p.decimals != now.decimals || p.dataType != now.dataType ? kFormat : 0u) |
+                 (p.align != now.align ? kAlign : 0u) | (p.width != now.width ? kWidth : 0u) |
+                 (p.hidden != now.hidden ? kHidden : 0u));
 }
 
 std::optional<ports::Box> SetColumnsShown(sheet::Sheet& sheet,
@@ -235,7 +255,7 @@ std::optional<ports::Box> SetColumnsShown(sheet::Sheet& sheet,
     for (const auto& [col, show] : shown) {
         if (sheet.Flex().Col(col).hidden != show) continue;
         Put(sheet, col, MetaRow::Hidden, show ? "Show" : "Hide");
-        Reformat(sheet, col);
+        Reformat(sheet, col, kHidden);
     }
     return std::nullopt;
 }
@@ -288,7 +308,7 @@ void SetDecimals(sheet::Sheet& sheet, const std::vector<int>& cols, int decimals
     for (int col : cols) {
         if (KindOfColumn(sheet, col) == ColumnKind::System) continue;
         Put(sheet, col, MetaRow::NumDecs, std::to_string(decimals));
-        Reformat(sheet, col);
+        Reformat(sheet, col, kFormat);
     }
 }
 
@@ -300,7 +320,7 @@ void StepDecimals(sheet::Sheet& sheet, const std::vector<int>& cols, int step) {
         const int next = std::clamp(now + step, 0, kMaxDecimals);
         if (own && next == now) continue;
         Put(sheet, col, MetaRow::NumDecs, std::to_string(next));
-        Reformat(sheet, col);
+        Reformat(sheet, col, kFormat);
     }
 }
 
@@ -326,7 +346,7 @@ void AutoFormat(sheet::Sheet& sheet) {
         Put(sheet, col, MetaRow::Align, numbers ? "Right" : "Left");
         if (numbers && kind == ColumnKind::User)
             Put(sheet, col, MetaRow::NumDecs, std::to_string(std::min(decimals, kMaxDecimals)));
-        Reformat(sheet, col);
+        Reformat(sheet, col, kFormat | kAlign);
     }
 }
 
@@ -359,7 +379,7 @@ void AutoSize(sheet::Sheet& sheet, const std::vector<int>& cols,
             std::clamp(static_cast<int>(std::ceil((widest + kCellPaddingPoints) * kTwipsPerPoint)),
                        kMinColumnWidth, kMaxColumnWidth);
         Put(sheet, col, MetaRow::ColWidth, std::to_string(twips));
-        Reformat(sheet, col);
+        Reformat(sheet, col, kWidth);
     }
 }
 

@@ -55,6 +55,14 @@ class ColumnPropertiesTest : public ::testing::Test {
 
 TEST_F(ColumnPropertiesTest, AppliesWhatTheUserSetsAndReadsItBack) {
     ColumnProperties p = document.PropertiesOf(latitude);
+    // Ok on the properties as read, blanks of an imported record included,
+    // writes nothing.
+    const auto untouched = Flex().Revision();
+    ASSERT_TRUE(document.SetColumnProperties(latitude, p));
+    ASSERT_TRUE(document.SetColumnProperties(FirstOf("Display"),
+                                             document.PropertiesOf(FirstOf("Display"))));
+    EXPECT_EQ(Flex().Revision(), untouched);
+
     EXPECT_EQ(p.title, "Latitude");
     EXPECT_EQ(p.decimals, -1);
     EXPECT_EQ(p.width, -1);
