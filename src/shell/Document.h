@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -28,6 +29,7 @@
 #include "sheet/import/TableFile.h"
 #include "sheet/rows/StudyRows.h"
 #include "shell/CellEdits.h"
+#include "shell/ColumnProperties.h"
 #include "shell/IndexSelection.h"
 #include "shell/SheetChange.h"
 #include "shell/SheetSnapshot.h"
@@ -247,6 +249,19 @@ class Document {
     // Whether the sheet has a column of that role.
     bool HasDataEntryColumns() const;
 
+    // Column properties. A refusal is a box that leaves the sheet as it was
+    // (false); `cols` are the columns of the user's selection.
+    ColumnProperties PropertiesOf(int col) const { return ReadColumnProperties(sheet_, col); }
+    bool SetColumnProperties(int col, const ColumnProperties& properties);
+    bool ShowColumns(const std::vector<std::pair<int, bool>>& shown);
+    bool DropDown(int col);
+    void SetDecimals(const std::vector<int>& cols, int decimals);
+    void StepDecimals(const std::vector<int>& cols, int step);
+    void AutoFormat();
+    // Widths to fit what the columns show, measured in the screen's `font`.
+    void AutoSize(const std::vector<int>& cols, const ports::TextMeasurer& measurer,
+                  const ports::FontSpec& font);
+
     // The block wizard works on the sheet while its window is open; EndWizard
     // (with whether it finished) computes the rows and tells the listeners.
     std::unique_ptr<sheet::BlockWizard> StartWizard();
@@ -296,5 +311,20 @@ class Document {
     int unfrozenCols_ = -1;
     std::uint64_t sheetsLoaded_ = 0;
 };
+
+// Runs `op`, an engine operation on the sheet, then settles what it changed.
+template <typename Op>
+auto Document::Settled(Op&& op) {
+    const std::uint64_t revision = sheet_.Flex().Revision();
+    const bool wasDirty = project_.SheetDirty;
+    if constexpr (std::is_void_v<decltype(op())>) {
+        op();
+        Settle(revision, wasDirty);
+    } else {
+        auto result = op();
+        Settle(revision, wasDirty);
+        return result;
+    }
+}
 
 }  // namespace synthara::shell

@@ -2,6 +2,7 @@
 // the edit changed (so it can be undone), and moving columns and picking
 // block tabs from the screen.
 #include <algorithm>
+#include <limits>
 #include <set>
 #include <string>
 #include <utility>
@@ -94,18 +95,9 @@ void Document::MoveRowToBlock(int row, int col, EditDelta& delta) {
 
 // A drop-down column offers the values it holds, in order of first appearance.
 void Document::RefreshValueList(int col, EditDelta& delta) {
-    const sheet::Grid& flex = sheet_.Flex();
-    std::vector<std::string> values;
-    std::set<std::string> seen;
-    for (int r = flex.FixedRows(); r < flex.Rows(); ++r) {
-        if (flex.IsBlank(r, col)) continue;
-        std::string value = flex.Text(r, col);
-        if (seen.insert(value).second) values.push_back(std::move(value));
-    }
-    std::string list;
-    for (const std::string& value : values)
-        list += (list.empty() ? "" : "|") + value;
-    WriteRecorded(MetaRow::ValueList, col, list, delta);
+    const std::vector<std::string> values =
+        *DistinctValues(sheet_, col, std::numeric_limits<std::size_t>::max());
+    WriteRecorded(MetaRow::ValueList, col, JoinValueList(values), delta);
     WriteRecorded(MetaRow::Numvals, col, std::to_string(values.size()), delta);
 }
 

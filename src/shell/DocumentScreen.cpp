@@ -45,7 +45,22 @@ std::string Document::DisplayText(int row, int col) const {
     const sheet::Cell& cell = flex.At(row, col);
     if (cell.IsNumber() && row >= flex.FixedRows())
         return FormatCellNumber(cell.Number(), flex.Col(col).numberFormat);
-    return CellText(row, col);
+    std::string text = CellText(row, col);
+    // A number typed into the user's own column shows the decimals the user
+    // gave the column; with "Auto" it shows as typed.
+    double value = 0;
+    const std::string decs = cell.IsText() && row >= flex.FixedRows()
+                                 ? sheet_.Meta(col, MetaRow::NumDecs)
+                                 : std::string();
+    if (decs.size() == 1 && decs[0] >= '0' && decs[0] <= '9' &&
+        KindOfColumn(sheet_, col) == ColumnKind::User &&
+        sheet::ParseTypedNumber(text, sheet_.Separators, value)) {
+        std::string shown = FormatCellNumber(value, flex.Col(col).numberFormat);
+        if (const std::size_t point = shown.find('.'); point != std::string::npos)
+            shown.replace(point, 1, sheet_.Separators.decimal);
+        return shown;
+    }
+    return text;
 }
 
 int Document::TrailIndex(int col) const {

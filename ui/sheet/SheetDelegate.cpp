@@ -1,5 +1,6 @@
 #include "sheet/SheetDelegate.h"
 
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -18,6 +19,21 @@ void SheetDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
     QStyledItemDelegate::initStyleOption(option, index);
     // A merged column writes a run of equal cells once, in its first cell.
     if (index.data(SheetModel::JoinAboveRole).toBool()) option->text.clear();
+}
+
+QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                     const QModelIndex& index) const {
+    const auto* model = qobject_cast<const SheetModel*>(index.model());
+    const QStringList values =
+        model != nullptr ? model->DropDownValues(index.column()) : QStringList();
+    if (values.isEmpty()) return QStyledItemDelegate::createEditor(parent, option, index);
+    auto* box = new QComboBox(parent);
+    box->setObjectName("dropDownEditor");
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setFrame(false);
+    box->addItems(values);
+    return box;
 }
 
 bool SheetDelegate::eventFilter(QObject* object, QEvent* event) {

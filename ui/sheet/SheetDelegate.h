@@ -14,6 +14,10 @@ class SheetDelegate final : public QStyledItemDelegate {
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
+    // A drop-down column's cell is edited in a box of its values, in which
+    // the user may still type another.
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
 
   signals:
     // The user pressed Enter in a cell's editor, which has been committed and closed.

@@ -139,6 +139,17 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
     return title.replace(QLatin1String("\r\n"), QLatin1String("\n"));
 }
 
+QStringList SheetModel::DropDownValues(int col) const {
+    const sheet::Sheet& sheet = document_.Sheet();
+    QStringList values;
+    if (col < 0 || col >= sheet.Flex().Cols() ||
+        !sheet.MetaIs(col, sheet::MetaRow::DataType, "Drop down box"))
+        return values;
+    for (const std::string& value : document_.PropertiesOf(col).values)
+        values << QString::fromStdString(value);
+    return values;
+}
+
 Qt::ItemFlags SheetModel::flags(const QModelIndex& index) const {
     if (!index.isValid()) return Qt::NoItemFlags;
     // The fixed columns (row numbers, the format name) label the rows.

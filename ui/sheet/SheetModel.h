@@ -6,6 +6,7 @@
 // grid's shown data rows, the fixed rows above them serving as the column
 // headers (row 0) and as each column's record (the rest, never shown).
 #include <QAbstractTableModel>
+#include <QStringList>
 #include <vector>
 
 #include "shell/Document.h"
@@ -37,6 +38,8 @@ class SheetModel final : public QAbstractTableModel, private shell::DocumentList
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
     shell::Document& Document() { return document_; }
+    // The values a drop-down column offers its editor; empty for other columns.
+    QStringList DropDownValues(int col) const;
     // Without an editor the model is read-only.
     void SetEditor(SheetEditor* editor) { editor_ = editor; }
 

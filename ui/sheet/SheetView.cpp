@@ -51,6 +51,8 @@ SheetView::SheetView(SheetModel& model, QWidget* parent)
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     horizontalHeader()->setSectionsMovable(true);
     connect(horizontalHeader(), &QHeaderView::sectionMoved, this, &SheetView::HeaderMoved);
+    connect(horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
+            &SheetView::TitleEditRequested);
     connect(delegate, &SheetDelegate::EntryFinished, this, &SheetView::MoveAfterEntry);
 
     frozen_->setModel(&model_);

@@ -33,6 +33,8 @@ class SheetView final : public QTableView {
     void ColumnDragged(int from, int to);
     // Delete was pressed over the selection.
     void ClearRequested();
+    // The user double-clicked the header of column `col` to edit its title.
+    void TitleEditRequested(int col);
 
   protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

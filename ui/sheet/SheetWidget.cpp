@@ -16,6 +16,7 @@
 #include "sheet/SheetModel.h"
 #include "sheet/SheetView.h"
 #include "sheet/SnapshotCommand.h"
+#include "sheet/TitleEditor.h"
 #include "sheet/TrailPanel.h"
 #include "sheet/blocks/BlockTable.h"
 #include "sheet/grid/MetaRows.h"
@@ -75,6 +76,7 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
         RunUndoable(document_, undo_, "Move column", [&] { document_.MoveColumn(from, to); });
     });
     connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
+    connect(view_, &SheetView::TitleEditRequested, this, &SheetWidget::EditTitle);
     connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);
     connect(model_, &SheetModel::StructureChanged, this, &SheetWidget::RebuildTabs);
     connect(model_, &SheetModel::dataChanged, this,
@@ -167,6 +169,26 @@ void SheetWidget::ClearSelection() {
             edits.push_back({row, index.column(), {}});
     }
     editor_->Commit(edits);
+}
+
+void SheetWidget::EditTitle(int col) {
+    const sheet::Sheet& sheet = document_.Sheet();
+    if (col < sheet.Flex().FixedCols() ||
+        shell::KindOfColumn(sheet, col) == shell::ColumnKind::System)
+        return;
+    const QString title = QString::fromStdString(sheet.ColumnLabel(col)).simplified();
+    new TitleEditor(
+        *view_->horizontalHeader(), col, title, [this, col, title](const QString& text) {
+            if (text.simplified() == title) return true;
+            shell::ColumnProperties wanted = document_.PropertiesOf(col);
+            wanted.title = text.simplified().toStdString();
+            if (auto refusal = shell::CheckColumnProperties(document_.Sheet(), col, wanted)) {
+                document_.Prompts().Message(*refusal);
+                return false;
+            }
+            editor_->Commit({{sheet::MetaRow::ColumnHeader, col, wanted.title}});
+            return true;
+        });
 }
 
 void SheetWidget::RebuildTabs() {

@@ -49,6 +49,9 @@ class SheetWidget final : public QWidget {
     QAction* RedoAction() const { return redoAction_; }
     // Clears the selected cells that take typing, as one undoable edit.
     void ClearSelection();
+    // Opens the line that edits column `col`'s title over its header (a
+    // double-click on the header does); a system column's title stays.
+    void EditTitle(int col);
 
     SheetModel& Model() { return *model_; }
     SheetView& View() { return *view_; }

@@ -20,16 +20,17 @@ std::string DecimalsFormat(int decimals) {
     return "0.000";
 }
 
+std::string ColumnNumberFormat(const Sheet& sheet, int col) {
+    if (sheet.MetaIs(col, MetaRow::DataType, "Integer")) return DecimalsFormat(0);
+    const std::string decs = sheet.Meta(col, MetaRow::NumDecs);
+    if (decs.size() == 1 && decs[0] >= '0' && decs[0] <= '9') return DecimalsFormat(decs[0] - '0');
+    return DecimalsFormat(sheet.Decimals);
+}
+
 void SetDecs(Sheet& sheet) {
     const Grid& flex = sheet.Flex();
     for (int c = flex.FixedCols(); c < flex.Cols(); ++c) {
-        const std::string decs = sheet.Meta(c, MetaRow::NumDecs);
-        if (sheet.MetaIs(c, MetaRow::DataType, "Integer"))
-            sheet.SetColNumberFormat(c, DecimalsFormat(0));
-        else if (decs.size() == 1 && decs[0] >= '0' && decs[0] <= '9')
-            sheet.SetColNumberFormat(c, DecimalsFormat(decs[0] - '0'));
-        else
-            sheet.SetColNumberFormat(c, DecimalsFormat(sheet.Decimals));
+        sheet.SetColNumberFormat(c, ColumnNumberFormat(sheet, c));
         sheet.SetColAlignment(c, ColumnAlignment(sheet, c));
     }
 }

@@ -17,6 +17,9 @@ std::string DecimalsFormat(int decimals);
 // "Right"; anything else is the generic alignment.
 Alignment ColumnAlignment(const Sheet& sheet, int col);
 
+// The number format column `col` shows its numbers in, by the rules of SetDecs.
+std::string ColumnNumberFormat(const Sheet& sheet, int col);
+
 // Sets the number format and alignment of every column from the fixed-column
 // count on. An "Integer" column shows whole numbers; otherwise NumDecs "Auto"
 // (or anything but a digit) takes the program-wide decimals, and a digit its

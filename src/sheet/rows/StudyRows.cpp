@@ -41,18 +41,6 @@ std::vector<SortKey> KeysOf(const Grid& grid, int first, int last, const std::ve
     return keys;
 }
 
-std::vector<std::string> SplitValueList(const std::string& list) {
-    std::vector<std::string> values;
-    std::size_t start = 0;
-    while (start <= list.size()) {
-        const std::size_t bar = std::min(list.find('|', start), list.size());
-        std::string value = list.substr(start, bar - start);
-        if (!value.empty()) values.push_back(std::move(value));
-        start = bar + 1;
-    }
-    return values;
-}
-
 // The next row with nothing in it, from `from` on; a row is added at the end
 // when the sheet is full.
 int NextFreeRow(Sheet& sheet, int from) {
@@ -93,6 +81,18 @@ constexpr GroupWord kGroupWords[] = {
 };
 
 }  // namespace
+
+std::vector<std::string> SplitValueList(const std::string& list) {
+    std::vector<std::string> values;
+    std::size_t start = 0;
+    while (start <= list.size()) {
+        const std::size_t bar = std::min(list.find('|', start), list.size());
+        std::string value = list.substr(start, bar - start);
+        if (!value.empty()) values.push_back(std::move(value));
+        start = bar + 1;
+    }
+    return values;
+}
 
 void MergeRows(Sheet& sheet, bool mergeOn) {
     const Grid& grid = sheet.Flex();

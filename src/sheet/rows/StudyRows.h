@@ -10,6 +10,9 @@
 
 namespace synthara::sheet {
 
+// The values of a drop-down column's ValueList record ("a|b|c"), blanks left out.
+std::vector<std::string> SplitValueList(const std::string& list);
+
 // The row display toggle. On: rows are sorted by the identifying columns
 // (ties in order of entry), equal adjacent identifying cells are drawn as one,
 // empty rows go to the end and rows are renumbered. Off: nothing is merged.
