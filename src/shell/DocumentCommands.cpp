@@ -1,6 +1,5 @@
 // The sheet's menu commands on the open project: each runs the engine's
 // operation and then tells the listeners once what changed.
-#include <type_traits>
 #include <utility>
 
 #include "sheet/blocks/BlockTable.h"
@@ -9,6 +8,7 @@
 #include "sheet/grid/MetaRows.h"
 #include "sheet/rows/SheetCheck.h"
 #include "shell/Document.h"
+#include "shell/DocumentSettled.h"
 
 namespace synthara::shell {
 
@@ -24,21 +24,6 @@ ports::Box EffectSizeColumnsMissing() {
 }
 
 }  // namespace
-
-// Runs `op`, an engine operation on the sheet, then settles what it changed.
-template <typename Op>
-auto Document::Settled(Op&& op) {
-    const std::uint64_t revision = sheet_.Flex().Revision();
-    const bool wasDirty = project_.SheetDirty;
-    if constexpr (std::is_void_v<decltype(op())>) {
-        op();
-        Settle(revision, wasDirty);
-    } else {
-        auto result = op();
-        Settle(revision, wasDirty);
-        return result;
-    }
-}
 
 bool Document::FileNew(FileServices& files) {
     sheet::ProjectFiles menu(sheet_, project_, files.recent, files.chooser);

@@ -69,6 +69,9 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
     }
     connect(view_, &SheetView::ColumnDragged, this,
             [this](int from, int to) { document_.MoveColumn(from, to); });
+    connect(view_, &SheetView::RowDragged, this, [this](int from, int to) {
+        document_.MoveRow(model_->GridRow(from), model_->GridRow(to));
+    });
     connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
     connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);
     connect(model_, &SheetModel::StructureChanged, this, &SheetWidget::RebuildTabs);
