@@ -127,8 +127,9 @@ TEST_F(RowColumnCommandsTest, ARowIsDraggedByItsNumberButNotIntoAnotherStudy) {
     EXPECT_EQ(Study(1), second);
     prompter.shown.clear();
     DragRow(FixedRowCount + 2, FixedRowCount + 1);
-    EXPECT_EQ(prompter.Only(), "Synthara|A study cannot be moved into the middle of another "
-                               "study   ");
+    EXPECT_EQ(prompter.Only(),
+              "Synthara|A study cannot be moved into the middle of another "
+              "study   ");
     EXPECT_EQ(Study(2), "Aronson 1948");
 }
 
