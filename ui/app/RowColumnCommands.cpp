@@ -24,14 +24,18 @@ struct Span {
 // The rows (or columns) the selection covers; without a selection, those of
 // the cell under the cursor.
 Span SelectedSpan(SheetWidget& sheet, bool rows) {
-    const QModelIndexList selected = sheet.View().selectionModel()->selectedIndexes();
     Span span;
-    const auto take = [&](int at) {
-        span.first = span.first < 0 ? at : std::min(span.first, at);
-        span.last = std::max(span.last, at);
+    const auto take = [&](int low, int high) {
+        span.first = span.first < 0 ? low : std::min(span.first, low);
+        span.last = std::max(span.last, high);
     };
-    for (const QModelIndex& index : selected)
-        take(rows ? sheet.Model().GridRow(index.row()) : index.column());
+    // By rectangles: a whole column of a long sheet is one, not a cell each.
+    for (const QItemSelectionRange& range : sheet.View().selectionModel()->selection()) {
+        if (rows)
+            take(sheet.Model().GridRow(range.top()), sheet.Model().GridRow(range.bottom()));
+        else
+            take(range.left(), range.right());
+    }
     if (span.first < 0) {
         const int current = rows ? sheet.CurrentRow() : sheet.CurrentColumn();
         span = {current, current};
