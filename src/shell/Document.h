@@ -226,6 +226,21 @@ class Document {
     std::vector<sheet::GroupName> GroupNames();
     void SetGroupNames(const std::vector<sheet::GroupName>& names);
 
+    // Whole rows and columns, as the sheet numbers them; -1 where nothing
+    // is selected. Each refuses with a box where the sheet's rules say no.
+    // "Copy row": a copy of the row under it, computed. "Insert row":
+    // `count` blank rows above row `first`.
+    bool CopyRow(int row);
+    bool InsertRows(int first, int count);
+    bool DeleteRows(int first, int last);
+    // The user drags row `from` to row `to`.
+    bool MoveRow(int from, int to);
+    bool CopyColumn(int col);
+    bool DeleteColumns(int first, int last);
+    // "Column highlight", "Row highlight" (on) and their removal.
+    void HighlightColumns(int first, int last, bool on);
+    void HighlightRows(int first, int last, bool on);
+
     // Columns and blocks. Populations count from 1 ("Study name") to 5.
     bool InsertPopulation(int populationIndex);
     bool IdentifyPopulation(int col, int populationIndex);

@@ -8,6 +8,7 @@
 #include "sheet/grid/MetaRows.h"
 #include "sheet/rows/SheetCheck.h"
 #include "shell/Document.h"
+#include "shell/DocumentSettled.h"
 
 namespace synthara::shell {
 

@@ -162,6 +162,8 @@ constexpr std::array kTable = std::to_array<SettingKey>({
     Key("Settings", "dBorderWidth(2)", SettingKind::Integer, "1"),
     // The second scheme's switch is read under the first one's key.
     {"dBorderOn(2)", "Settings", "dBorderOn(1)", "dBorderOn(2)", SettingKind::Integer, "1"},
+    // Where the cursor goes after Enter in the sheet: 0 down, 1 right.
+    Key("Settings", "EnterMovesRight", SettingKind::Integer, "0"),
 });
 // clang-format on
 

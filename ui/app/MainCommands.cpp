@@ -100,6 +100,7 @@ void MainWindow::RegisterCommands() {
     h["About"] = [this] { About(); };
     h["Technical support"] = h["About"];
     RegisterColumnCommands();
+    RegisterRowColumnCommands();
 }
 
 void MainWindow::OpenWizard(bool identify) {

@@ -59,6 +59,7 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
 
     void RegisterCommands();
     void RegisterColumnCommands();
+    void RegisterRowColumnCommands();
     void BuildMenus();
     QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
                         const QKeySequence& shortcut = {});

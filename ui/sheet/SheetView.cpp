@@ -2,9 +2,11 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "sheet/SheetDelegate.h"
 #include "sheet/SheetModel.h"
@@ -71,8 +73,39 @@ SheetView::SheetView(SheetModel& model, QWidget* parent)
             &QScrollBar::setValue);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, frozen_->verticalScrollBar(),
             &QScrollBar::setValue);
+    frozen_->viewport()->installEventFilter(this);
     connect(&model_, &SheetModel::StructureChanged, this, &SheetView::LayOut);
     LayOut();
+}
+
+bool SheetView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != frozen_->viewport()) return QTableView::eventFilter(watched, event);
+    QWidget& viewport = *frozen_->viewport();
+    switch (event->type()) {
+        case QEvent::MouseButtonPress: {
+            const auto* mouse = static_cast<QMouseEvent*>(event);
+            const QModelIndex at = frozen_->indexAt(mouse->position().toPoint());
+            rowDragFrom_ = mouse->button() == Qt::LeftButton && at.isValid() && at.column() == 0
+                               ? at.row()
+                               : -1;
+            break;
+        }
+        case QEvent::MouseMove:
+            if (rowDragFrom_ >= 0) viewport.setCursor(Qt::ClosedHandCursor);
+            break;
+        case QEvent::MouseButtonRelease:
+            if (rowDragFrom_ >= 0) {
+                const int from = std::exchange(rowDragFrom_, -1);
+                viewport.unsetCursor();
+                const int to =
+                    frozen_->rowAt(static_cast<QMouseEvent*>(event)->position().toPoint().y());
+                if (to >= 0 && to != from) emit RowDragged(from, to);
+            }
+            break;
+        default:
+            break;
+    }
+    return QTableView::eventFilter(watched, event);
 }
 
 int SheetView::AutoWidth(int col) const {

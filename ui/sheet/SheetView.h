@@ -3,7 +3,8 @@
 // fixed columns frozen at the left in an overlay view that shares the model
 // and the selection (the cursor never hides under it), rows of one height,
 // column widths and visibility from the grid, and column moves by dragging
-// handed to whoever owns the sheet instead of done by the header.
+// handed to whoever owns the sheet instead of done by the header; rows are
+// dragged by their numbers and handed on the same way.
 #include <QTableView>
 
 namespace synthara::ui {
@@ -17,6 +18,7 @@ class SheetView final : public QTableView {
 
     // Enter moves the cursor right instead of down.
     void SetEnterMovesRight(bool right) { enterMovesRight_ = right; }
+    bool EnterMovesRight() const { return enterMovesRight_; }
     // Moves the cursor on from the current cell, as Enter does.
     void MoveAfterEntry();
     // The overlay with the frozen columns.
@@ -31,6 +33,8 @@ class SheetView final : public QTableView {
     // The user dragged column `from` to position `to`; the header has been
     // put back as it was, and the sheet decides.
     void ColumnDragged(int from, int to);
+    // The user dragged the number of model row `from` onto model row `to`.
+    void RowDragged(int from, int to);
     // Delete was pressed over the selection.
     void ClearRequested();
     // The user double-clicked the header of column `col` to edit its title.
@@ -41,6 +45,8 @@ class SheetView final : public QTableView {
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void updateGeometries() override;
+    // Row drags on the row numbers, which stand in the frozen overlay.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     // Widths, visibility and the frozen count from the grid.
@@ -55,6 +61,7 @@ class SheetView final : public QTableView {
     QTableView* frozen_;
     int frozenCount_ = 0;
     bool enterMovesRight_ = false;
+    int rowDragFrom_ = -1;  // the model row whose number is being dragged
 };
 
 }  // namespace synthara::ui

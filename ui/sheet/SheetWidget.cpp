@@ -75,6 +75,11 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
     connect(view_, &SheetView::ColumnDragged, this, [this](int from, int to) {
         RunUndoable(document_, undo_, "Move column", [&] { document_.MoveColumn(from, to); });
     });
+    connect(view_, &SheetView::RowDragged, this, [this](int from, int to) {
+        RunUndoable(document_, undo_, "Move row", [&] {
+            document_.MoveRow(model_->GridRow(from), model_->GridRow(to));
+        });
+    });
     connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
     connect(view_, &SheetView::TitleEditRequested, this, &SheetWidget::EditTitle);
     connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);

@@ -71,6 +71,8 @@ class Sheet {
     void ReplaceGrid(Grid grid) { flex_ = std::move(grid); }
     // Puts column `cols[i]` at position before + i, the others keeping their order.
     void PlaceColumns(const std::vector<int>& cols, int before);
+    // Puts a copy of column `col` (cells, looks and record, no key) right of it.
+    void DuplicateColumn(int col);
     // Puts data rows first.. in the order given: the row at first + order[i]
     // ends at first + i, with everything it carries.
     void ReorderRows(int first, const std::vector<int>& order);

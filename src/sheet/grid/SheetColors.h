@@ -11,6 +11,9 @@ namespace synthara::sheet {
 // Data rows of display columns: results are told apart from typed data.
 inline constexpr BackColor kDisplayBackColor = RGB(255, 255, 225);
 
+// Rows and columns the user highlights ("Row highlight", "Column highlight").
+inline constexpr BackColor kHighlightBackColor = RGB(213, 240, 213);
+
 // A grid cell's shade 1 to 8 (GrayBlocks) as a colour; 0 is no shade. Each
 // block keeps its own grey, so neighbouring blocks stay distinguishable.
 inline constexpr std::array<BackColor, 9> kBlockShades = {
