@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,6 +18,7 @@
 #include "effectsize/Options.h"
 #include "effectsize/RowResult.h"
 #include "effectsize/WorkingSet.h"
+#include "ports/Clipboard.h"
 #include "ports/FileChooser.h"
 #include "ports/Prompter.h"
 #include "sheet/blocks/BlockWizard.h"
@@ -30,6 +32,7 @@
 #include "shell/CellEdits.h"
 #include "shell/IndexSelection.h"
 #include "shell/SheetChange.h"
+#include "shell/SheetSelection.h"
 
 namespace synthara::shell {
 
@@ -67,6 +70,13 @@ struct FileServices {
     ports::FileChooser& chooser;
     std::filesystem::path tempFolder = ".";
 };
+
+// What "Copy selection", "Copy with header" and "Copy entire grid" copy.
+enum class CopyMode { Selection, WithHeader, EntireGrid };
+
+// How a paste laid the clipboard's cells onto the selection, or that it was
+// refused (with a box) or had nothing to paste.
+enum class PasteCase { FromOneCell, BlockToOneCell, SameSizeBlock, CopyColumn, CopyRow, Refused };
 
 struct OpenOutcome {
     OpenStatus status = OpenStatus::Refused;
@@ -211,6 +221,21 @@ class Document {
     std::vector<sheet::GroupName> GroupNames();
     void SetGroupNames(const std::vector<sheet::GroupName>& names);
 
+    // The clipboard. Cells go out as the screen shows them, tab-separated
+    // rows; without a selection each refuses with a box. Paste writes each
+    // cell as typing would, then computes the rows it touched once; a
+    // refusal leaves the sheet as it was. Cut copies, then blanks the
+    // selected cells of the user's columns, the results of their rows, and
+    // the format of a row left without entries. ClearCells ("Delete")
+    // blanks the selected cells that take typing.
+    bool Copy(const std::optional<SheetSelection>& selection, CopyMode mode,
+              ports::Clipboard& clipboard);
+    void CopyAll(ports::Clipboard& clipboard);
+    PasteCase Paste(const std::optional<SheetSelection>& selection,
+                    const ports::Clipboard& clipboard);
+    bool Cut(const std::optional<SheetSelection>& selection, ports::Clipboard& clipboard);
+    bool ClearCells(const std::optional<SheetSelection>& selection);
+
     // Columns and blocks. Populations count from 1 ("Study name") to 5.
     bool InsertPopulation(int populationIndex);
     bool IdentifyPopulation(int col, int populationIndex);
@@ -263,6 +288,13 @@ class Document {
     void RefreshValueList(int col, EditDelta& delta);
     std::vector<CellRange> RowRanges(int row, int col, bool computed) const;
     bool RowHasOtherEntries(int row, int col) const;
+    // A column of the user's or an entry column: not one the program fills.
+    bool ColumnTakesTyping(int col) const;
+    // The clipboard's writes, as typing does them but in one batch; `cut`
+    // also blanks the results and format of each row it touches (WriteBatch
+    // in DocumentClipboard.cpp). True when anything changed.
+    bool WriteBatch(const std::vector<CellEdit>& edits, bool cut);
+
     // After another sheet was loaded in place: the options it stores, its
     // rows computed, and the listeners told of a reset.
     void Reloaded();
