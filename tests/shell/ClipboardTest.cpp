@@ -201,6 +201,25 @@ TEST_F(ClipboardTest, RefusalsSayWhyAndLeaveTheSheetAsItWas) {
     EXPECT_NE(revision, withBlock);
 }
 
+TEST_F(ClipboardTest, ARowWithoutEntriesMovesToTheBlockPastedInto) {
+    ASSERT_TRUE(document.AddBlock("Events and non-events in each group"));
+    const int nonEvents = Col("Group-A Non-events");
+    // Delete leaves the row its format; its cells of the other block stay grey
+    // but take a paste, as they take typing, while the row holds no entries.
+    ASSERT_TRUE(document.ClearCells(Cells(row0 + 1, row0 + 1, eventsA, totalB)));
+    ASSERT_NE(flex().CellShade(row0 + 1, nonEvents), 0);
+    clipboard.SetText("5\t100\n");
+    prompter.shown.clear();
+    EXPECT_EQ(document.Paste(Cells(row0 + 1, row0 + 1, nonEvents, nonEvents), clipboard),
+              PasteCase::BlockToOneCell);
+    EXPECT_EQ(prompter.Only(),
+              " Data entry format|The data entry format for this row has been changed to "
+              "Events and non-events in each group   ");
+    EXPECT_EQ(flex().CellShade(row0 + 1, nonEvents), 0);
+    EXPECT_NE(flex().CellShade(row0 + 1, eventsA), 0);
+    EXPECT_NE(flex().CellShade(row0, nonEvents), 0);  // the other row keeps its block
+}
+
 TEST_F(ClipboardTest, PasteFollowsTypingsRulesForFreeColumns) {
     int free = -1;
     for (int c = flex().FixedCols(); c < flex().Cols() && free < 0; ++c)
