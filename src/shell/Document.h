@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -287,6 +288,8 @@ class Document {
     void MoveRowToBlock(int row, int col, EditDelta& delta);
     void RefreshValueList(int col, EditDelta& delta);
     std::vector<CellRange> RowRanges(int row, int col, bool computed) const;
+    // Runs of neighbouring columns over rows first..last, as ranges.
+    static std::vector<CellRange> ColumnRuns(int firstRow, int lastRow, const std::set<int>& cols);
     bool RowHasOtherEntries(int row, int col) const;
     // A column of the user's or an entry column: not one the program fills.
     bool ColumnTakesTyping(int col) const;

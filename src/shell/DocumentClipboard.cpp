@@ -37,18 +37,6 @@ constexpr const char* kTooWide =
 constexpr const char* kTooMany = "The clipboard holds more cells than the sheet can take.    ";
 constexpr const char* kFormatChangedTitle = " Data entry format";
 
-// Runs of neighbouring columns over rows first..last.
-std::vector<CellRange> ColumnRuns(int firstRow, int lastRow, const std::set<int>& cols) {
-    std::vector<CellRange> runs;
-    for (int col : cols) {
-        if (!runs.empty() && runs.back().lastCol + 1 == col)
-            runs.back().lastCol = col;
-        else
-            runs.push_back({firstRow, lastRow, col, col});
-    }
-    return runs;
-}
-
 // The shown rows and columns a selection covers, within the data rows in
 // use (whole columns) and the user's columns (whole rows).
 struct SelectedCells {

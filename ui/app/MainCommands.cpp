@@ -99,6 +99,7 @@ void MainWindow::RegisterCommands() {
     };
     h["About"] = [this] { About(); };
     h["Technical support"] = h["About"];
+    RegisterClipboardCommands();
 }
 
 void MainWindow::OpenWizard(bool identify) {

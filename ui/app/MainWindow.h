@@ -58,6 +58,7 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void DirtyChanged(bool dirty) override;
 
     void RegisterCommands();
+    void RegisterClipboardCommands();
     void BuildMenus();
     QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
                         const QKeySequence& shortcut = {});
