@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -18,6 +20,7 @@
 #include "effectsize/Options.h"
 #include "effectsize/RowResult.h"
 #include "effectsize/WorkingSet.h"
+#include "ports/Clipboard.h"
 #include "ports/FileChooser.h"
 #include "ports/Prompter.h"
 #include "sheet/blocks/BlockWizard.h"
@@ -32,6 +35,7 @@
 #include "shell/ColumnProperties.h"
 #include "shell/IndexSelection.h"
 #include "shell/SheetChange.h"
+#include "shell/SheetSelection.h"
 #include "shell/SheetSnapshot.h"
 
 namespace synthara::shell {
@@ -70,6 +74,13 @@ struct FileServices {
     ports::FileChooser& chooser;
     std::filesystem::path tempFolder = ".";
 };
+
+// What "Copy selection", "Copy with header" and "Copy entire grid" copy.
+enum class CopyMode { Selection, WithHeader, EntireGrid };
+
+// How a paste laid the clipboard's cells onto the selection, or that it was
+// refused (with a box) or had nothing to paste.
+enum class PasteCase { FromOneCell, BlockToOneCell, SameSizeBlock, CopyColumn, CopyRow, Refused };
 
 struct OpenOutcome {
     OpenStatus status = OpenStatus::Refused;
@@ -240,6 +251,20 @@ class Document {
     // "Column highlight", "Row highlight" (on) and their removal.
     void HighlightColumns(int first, int last, bool on);
     void HighlightRows(int first, int last, bool on);
+    // The clipboard. Cells go out as the screen shows them, tab-separated
+    // rows; without a selection each refuses with a box. Paste writes each
+    // cell as typing would, then computes the rows it touched once; a
+    // refusal leaves the sheet as it was. Cut copies, then blanks the
+    // selected cells of the user's columns, the results of their rows, and
+    // the format of a row left without entries. ClearCells ("Delete")
+    // blanks the selected cells that take typing.
+    bool Copy(const std::optional<SheetSelection>& selection, CopyMode mode,
+              ports::Clipboard& clipboard);
+    void CopyAll(ports::Clipboard& clipboard);
+    PasteCase Paste(const std::optional<SheetSelection>& selection,
+                    const ports::Clipboard& clipboard);
+    bool Cut(const std::optional<SheetSelection>& selection, ports::Clipboard& clipboard);
+    bool ClearCells(const std::optional<SheetSelection>& selection);
 
     // Columns and blocks. Populations count from 1 ("Study name") to 5.
     bool InsertPopulation(int populationIndex);
@@ -305,7 +330,16 @@ class Document {
     void MoveRowToBlock(int row, int col, EditDelta& delta);
     void RefreshValueList(int col, EditDelta& delta);
     std::vector<CellRange> RowRanges(int row, int col, bool computed) const;
+    // Runs of neighbouring columns over rows first..last, as ranges.
+    static std::vector<CellRange> ColumnRuns(int firstRow, int lastRow, const std::set<int>& cols);
     bool RowHasOtherEntries(int row, int col) const;
+    // A column of the user's or an entry column: not one the program fills.
+    bool ColumnTakesTyping(int col) const;
+    // The clipboard's writes, as typing does them but in one batch; `cut`
+    // also blanks the results and format of each row it touches (WriteBatch
+    // in DocumentClipboard.cpp). True when anything changed.
+    bool WriteBatch(const std::vector<CellEdit>& edits, bool cut);
+
     // After another sheet was loaded in place: the options it stores, its
     // rows computed, and the listeners told of a reset.
     void Reloaded();

@@ -23,18 +23,6 @@ namespace {
 
 using sheet::MetaRow;
 
-// Runs of neighbouring columns of one row as ranges.
-std::vector<CellRange> RowRuns(int row, const std::set<int>& cols) {
-    std::vector<CellRange> runs;
-    for (int col : cols) {
-        if (!runs.empty() && runs.back().lastCol + 1 == col)
-            runs.back().lastCol = col;
-        else
-            runs.push_back({row, row, col, col});
-    }
-    return runs;
-}
-
 bool IsEntry(const sheet::Sheet& sheet, int col) {
     return sheet.MetaIs(col, MetaRow::Function, "Data Entry");
 }
@@ -42,6 +30,17 @@ bool IsEntry(const sheet::Sheet& sheet, int col) {
 constexpr const char* kFormatChangedTitle = " Data entry format";
 
 }  // namespace
+
+std::vector<CellRange> Document::ColumnRuns(int firstRow, int lastRow, const std::set<int>& cols) {
+    std::vector<CellRange> runs;
+    for (int col : cols) {
+        if (!runs.empty() && runs.back().lastCol + 1 == col)
+            runs.back().lastCol = col;
+        else
+            runs.push_back({firstRow, lastRow, col, col});
+    }
+    return runs;
+}
 
 void Document::WriteRecorded(int row, int col, const std::string& text, EditDelta& delta) {
     const sheet::Grid& flex = sheet_.Flex();
@@ -68,7 +67,7 @@ std::vector<CellRange> Document::RowRanges(int row, int col, bool computed) cons
             if (c >= 0) touched.insert(c);
     }
     std::vector<CellRange> ranges{{row, row, col, col}};
-    for (const CellRange& run : RowRuns(row, touched))
+    for (const CellRange& run : ColumnRuns(row, row, touched))
         if (!(run.firstCol == col && run.lastCol == col)) ranges.push_back(run);
     return ranges;
 }

@@ -30,11 +30,14 @@ bool Document::RowHasOtherEntries(int row, int col) const {
     return false;
 }
 
+bool Document::ColumnTakesTyping(int col) const {
+    const sheet::Grid& flex = sheet_.Flex();
+    return col >= flex.FixedCols() && col < flex.Cols() && !IsComputedOrSystem(sheet_, col);
+}
+
 bool Document::CellEditable(int row, int col) const {
     const sheet::Grid& flex = sheet_.Flex();
-    if (row < flex.FixedRows() || row >= flex.Rows() || col < flex.FixedCols() ||
-        col >= flex.Cols() || IsComputedOrSystem(sheet_, col))
-        return false;
+    if (row < flex.FixedRows() || row >= flex.Rows() || !ColumnTakesTyping(col)) return false;
     // Another block's cell is grey while the row holds its own entries; a
     // row with none may move to this block.
     return flex.CellShade(row, col) == 0 || !RowHasOtherEntries(row, -1);

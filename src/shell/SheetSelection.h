@@ -7,12 +7,12 @@
 namespace synthara::shell {
 
 struct SheetSelection {
-    CellRange range;
+    CellRange cells;
     bool wholeRows = false;
     bool wholeColumns = false;
 
-    int Rows() const { return range.lastRow - range.firstRow + 1; }
-    int Cols() const { return range.lastCol - range.firstCol + 1; }
+    int Rows() const { return cells.lastRow - cells.firstRow + 1; }
+    int Cols() const { return cells.lastCol - cells.firstCol + 1; }
     bool OneCell() const { return Rows() == 1 && Cols() == 1; }
 };
 

@@ -101,6 +101,7 @@ void MainWindow::RegisterCommands() {
     h["Technical support"] = h["About"];
     RegisterColumnCommands();
     RegisterRowColumnCommands();
+    RegisterClipboardCommands();
 }
 
 void MainWindow::OpenWizard(bool identify) {

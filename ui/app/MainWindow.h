@@ -60,6 +60,7 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void RegisterCommands();
     void RegisterColumnCommands();
     void RegisterRowColumnCommands();
+    void RegisterClipboardCommands();
     void BuildMenus();
     QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
                         const QKeySequence& shortcut = {});

@@ -146,7 +146,7 @@ std::optional<shell::SheetSelection> SheetWidget::Selection() const {
         }
     }
     shell::SheetSelection selection;
-    selection.range = {model_->GridRow(top), model_->GridRow(bottom), left, right};
+    selection.cells = {model_->GridRow(top), model_->GridRow(bottom), left, right};
     const int rows = model_->rowCount(), cols = model_->columnCount();
     selection.wholeRows = !selected.isEmpty() && left == 0 && right == cols - 1;
     selection.wholeColumns = !selected.isEmpty() && top == 0 && bottom == rows - 1;
