@@ -233,6 +233,9 @@ class Document {
     bool Frozen() const { return unfrozenCols_ >= 0; }
     // Whether the sheet has a column of that role.
     bool HasDataEntryColumns() const;
+    // The answer of the commands that need data-entry columns on a sheet
+    // without any.
+    static ports::Box EffectSizeColumnsMissing();
 
     // The block wizard works on the sheet while its window is open; EndWizard
     // (with whether it finished) computes the rows and tells the listeners.

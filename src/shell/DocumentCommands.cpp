@@ -12,18 +12,13 @@
 
 namespace synthara::shell {
 
-namespace {
-
-// The box of the commands that need a data-entry block on a sheet without one.
-ports::Box EffectSizeColumnsMissing() {
+ports::Box Document::EffectSizeColumnsMissing() {
     return {"Columns for effect size missing",
             {"Please identify the columns with effect size data.      ",
              "If these columns exist, select 'Identify ... Column for ... Effect size data'.     ",
              "Otherwise, select 'Insert ... Column for... Effect size data'.     "},
             ports::Icon::Information};
 }
-
-}  // namespace
 
 // Runs `op`, an engine operation on the sheet, then settles what it changed.
 template <typename Op>
