@@ -55,6 +55,7 @@ const std::map<QString, QString>& MainWindow::Aliases() {
         {"Identify columns for effect size data", "Identify columns with effect size data"},
         {"Wiz2", "Identify columns with effect size data"},
         {"Effect size index", "Set primary index"},
+        {"Modify column properties", "Column properties"},
         {"Technical support", "About"},
     };
     return aliases;
@@ -162,7 +163,6 @@ void MainWindow::BuildMenus() {
 
     QMenu* format = menuBar()->addMenu("For&mat");
     AddCommand(format, "Column properties", "Column &properties...");
-    AddCommand(format, "Modify column properties", "&Modify column properties...");
     AddCommand(format, "Rename column", "&Rename column");
     AddCommand(format, "Hide or display columns", "&Hide or display columns...");
     AddCommand(format, "Width Col", "Fit column &width");
