@@ -188,6 +188,8 @@ TEST_F(ProgramFixture, TheContextMenuFitsTheCellClicked) {
     window.Command("Positive")->trigger();
     EXPECT_EQ(document.CellText(freeRow, direction), "Positive");
     EXPECT_TRUE(document.Dirty());
+    window.Undo().undo();
+    EXPECT_EQ(document.CellText(freeRow, direction), "");
 
     // A display column of a point offers to make its index the primary one.
     const int point = ColumnWhere(sheet, MetaRow::Attribute, "Point");

@@ -15,6 +15,7 @@
 #include "app/OptionsDialog.h"
 #include "app/QtClipboard.h"
 #include "app/WizardWindow.h"
+#include "sheet/SheetModel.h"
 #include "sheet/SheetView.h"
 #include "sheet/SheetWidget.h"
 #include "sheet/grid/MetaRows.h"
@@ -258,7 +259,10 @@ void MainWindow::WriteCellValue(const QString& value) {
     const int row = sheet_->CurrentRow();
     const int col = sheet_->CurrentColumn();
     if (row < sheet::FixedRowCount || col < 0 || !CellValues(col).contains(value)) return;
-    document_.FinishEdits({{row, col, value.toStdString()}});
+    // As if typed: one edit of the grid on the undo stack.
+    SheetModel& model = sheet_->Model();
+    const int shown = model.ModelRow(row);
+    if (shown >= 0) model.setData(model.index(shown, col), value, Qt::EditRole);
 }
 
 void MainWindow::InsertModerator() {
