@@ -37,96 +37,30 @@ int ColumnWhere(const sheet::Sheet& sheet, int row, const std::string& text) {
 
 TEST_F(ProgramFixture, EveryCommandKeyHasItsMenuEntry) {
     Make();
-    const QStringList keys = {"New",
-                              "Open",
-                              "File",
-                              "From template",
-                              "Template",
-                              "Save",
-                              "SaveAs",
-                              "Close",
-                              "Exit",
-                              "Bookmark",
-                              "Restore",
-                              "Print",
-                              "Printsetup",
-                              "Import",
-                              "Use first row as labels",
-                              "Cut",
-                              "Copy selection",
-                              "Copy with header",
-                              "Copy entire grid",
-                              "Paste",
-                              "Delete",
-                              "Data entered to right",
-                              "Data entered down",
-                              "Insert column for study names",
-                              "Insert column for the timepoint name",
-                              "Identify column for subgroup within study",
-                              "Insert columns for effect size data",
-                              "Create new block",
-                              "Wiz",
-                              "Identify columns with effect size data",
-                              "Identify columns for effect size data",
-                              "Wiz2",
-                              "Insert column for moderator variable",
-                              "Identify column for moderator variable",
-                              "Insert study",
-                              "Insert row",
-                              "Insert Rows",
-                              "Copy row",
-                              "Copy column",
-                              "Delete row",
-                              "Delete column",
-                              "Delete study",
-                              "Delete this data entry block",
-                              "Rename column",
-                              "Modify column properties",
-                              "Column properties",
-                              "Hide or display columns",
-                              "Width Col",
-                              "Decimals displayed",
-                              "Increase Decimal",
-                              "Decrease Decimal",
-                              "Drop down box",
-                              "Column highlight",
-                              "Column remove highlight",
-                              "Row highlight",
-                              "Row remove highlight",
-                              "Sort AZ",
-                              "Sort ZA",
-                              "Auto sort on",
-                              "Auto sort off",
-                              "Merge rows",
-                              "Show each row",
-                              "Select multiple rows",
-                              "Freeze columns",
-                              "Unfreeze columns",
-                              "Show all blocks",
-                              "Show only current block",
-                              "Hide all blocks",
-                              "Show selected indices",
-                              "Show only primary index",
-                              "Customize display",
-                              "Set primary index",
-                              "Effect size index",
-                              "Apply auto format",
-                              "Compute effects",
-                              "Check data",
-                              "Remove red backcolor",
-                              "Edit group names",
-                              "Data entry assistant",
-                              "Formulas",
-                              "View Analysis",
-                              "Correlation for imputing paired SD",
-                              "Variance for mean difference",
-                              "Symmetry for confidence intervals",
-                              "Limits for correlation",
-                              "Variance for Hedges's g",
-                              "Copy to clipboard",
-                              "Opening wizard",
-                              "Technical support",
-                              "About"};
+    // The sheet's command table, its keys parted by "|".
+    const QStringList keys =
+        QString(
+            "New|Open|File|From template|Template|Save|SaveAs|Close|Exit|Bookmark|Restore|Print|"
+            "Printsetup|Import|Use first row as labels|Cut|Copy selection|Copy with header|"
+            "Copy entire grid|Paste|Delete|Data entered to right|Data entered down|"
+            "Insert column for study names|Insert column for the timepoint name|"
+            "Identify column for subgroup within study|Insert columns for effect size data|"
+            "Create new block|Wiz|Identify columns with effect size data|"
+            "Identify columns for effect size data|Wiz2|Insert column for moderator variable|"
+            "Identify column for moderator variable|Insert study|Insert row|Insert Rows|Copy row|"
+            "Copy column|Delete row|Delete column|Delete study|Delete this data entry block|"
+            "Rename column|Modify column properties|Column properties|Hide or display columns|"
+            "Width Col|Decimals displayed|Increase Decimal|Decrease Decimal|Drop down box|"
+            "Column highlight|Column remove highlight|Row highlight|Row remove highlight|Sort AZ|"
+            "Sort ZA|Auto sort on|Auto sort off|Merge rows|Show each row|Select multiple rows|"
+            "Freeze columns|Unfreeze columns|Show all blocks|Show only current block|"
+            "Hide all blocks|Show selected indices|Show only primary index|Customize display|"
+            "Set primary index|Effect size index|Apply auto format|Compute effects|Check data|"
+            "Remove red backcolor|Edit group names|Data entry assistant|Formulas|View Analysis|"
+            "Correlation for imputing paired SD|Variance for mean difference|"
+            "Symmetry for confidence intervals|Limits for correlation|Variance for Hedges's g|"
+            "Copy to clipboard|Opening wizard|Technical support|About")
+            .split('|');
     MainWindow& window = program->Window();
     for (const QString& key : keys) {
         QAction* action = window.Command(key);
