@@ -314,7 +314,7 @@ std::vector<QStringList> MainWindow::ContextGroups(int row, int col) const {
             << "Identify column for moderator variable"
             << "Identify columns with effect size data";
     }
-    groups.push_back(own);
+    if (!own.isEmpty()) groups.push_back(own);
     groups.push_back({"Cut", "Copy selection", "Copy with header", "Paste", "Delete"});
     groups.push_back(
         {"Insert row", "Copy row", "Delete row", "Row highlight", "Row remove highlight"});
