@@ -288,6 +288,9 @@ class Document {
     bool Frozen() const { return unfrozenCols_ >= 0; }
     // Whether the sheet has a column of that role.
     bool HasDataEntryColumns() const;
+    // The answer of the commands that need data-entry columns on a sheet
+    // without any.
+    static ports::Box EffectSizeColumnsMissing();
 
     // Column properties. A refusal is a box that leaves the sheet as it was
     // (false); `cols` are the columns of the user's selection.

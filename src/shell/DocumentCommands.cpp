@@ -8,14 +8,10 @@
 #include "sheet/grid/MetaRows.h"
 #include "sheet/rows/SheetCheck.h"
 #include "shell/Document.h"
-#include "shell/DocumentSettled.h"
 
 namespace synthara::shell {
 
-namespace {
-
-// The box of the commands that need a data-entry block on a sheet without one.
-ports::Box EffectSizeColumnsMissing() {
+ports::Box Document::EffectSizeColumnsMissing() {
     return {"Columns for effect size missing",
             {"Please identify the columns with effect size data.      ",
              "If these columns exist, select 'Identify ... Column for ... Effect size data'.     ",

@@ -6,7 +6,6 @@
 #include "sheet/grid/Highlights.h"
 #include "sheet/rows/RowEdits.h"
 #include "shell/Document.h"
-#include "shell/DocumentSettled.h"
 
 namespace synthara::shell {
 

@@ -2,8 +2,11 @@
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QStatusBar>
 
+#include "analysis/Result.h"
 #include "app/AddStudyDialog.h"
+#include "app/AnalysisResultsDialog.h"
 #include "app/DataEntryDialog.h"
 #include "app/FormulasDialog.h"
 #include "app/GroupNamesDialog.h"
@@ -12,7 +15,10 @@
 #include "app/OptionsDialog.h"
 #include "app/QtClipboard.h"
 #include "app/WizardWindow.h"
+#include "sheet/SheetModel.h"
+#include "sheet/SheetView.h"
 #include "sheet/SheetWidget.h"
+#include "sheet/grid/MetaRows.h"
 #include "sheet/grid/Sheet.h"
 #include "sheet/rows/SheetCheck.h"
 
@@ -26,6 +32,23 @@ constexpr std::array<const char*, 5> kPopulationWords = {"study names", "subgrou
                                                          "the timepoint name"};
 
 }  // namespace
+
+bool MainWindow::NeedsDataEntryColumns(const QString& key) {
+    static const QStringList keys = {"Compute effects",
+                                     "Check data",
+                                     "View Analysis",
+                                     "Data entry assistant",
+                                     "Formulas",
+                                     "Delete this data entry block",
+                                     "Edit group names",
+                                     "Set primary index",
+                                     "Effect size index",
+                                     "Customize display",
+                                     "Show selected indices",
+                                     "Show only primary index",
+                                     "Merge rows"};
+    return keys.contains(key);
+}
 
 void MainWindow::RegisterCommands() {
     auto& h = handlers_;
@@ -66,12 +89,30 @@ void MainWindow::RegisterCommands() {
     h["Delete study"] = [this] { document_.DeleteStudy(sheet_->CurrentRow(), files_.tempFolder); };
     h["Delete this data entry block"] = [this, current] { document_.DeleteBlockAt(current()); };
     h["Edit group names"] = [this] { EditGroupNames(); };
-    h["Sort AZ"] = [this, current] { document_.SortBy(current(), false); };
-    h["Sort ZA"] = [this, current] { document_.SortBy(current(), true); };
-    h["Merge rows"] = [this] { document_.SetMergeRows(true); };
-    h["Show each row"] = [this] { document_.SetMergeRows(false); };
+    // A repeat of the last sort by auto sort names its column in resortCol_.
+    const auto sortColumn = [this, current] { return resortCol_ >= 0 ? resortCol_ : current(); };
+    h["Sort AZ"] = [this, sortColumn] { SortRows(sortColumn(), false); };
+    h["Sort ZA"] = [this, sortColumn] { SortRows(sortColumn(), true); };
+    h["Auto sort on"] = [this] { SetAutoSort(true); };
+    h["Auto sort off"] = [this] { SetAutoSort(false); };
+    h["Merge rows"] = [this] {
+        SetRowSelection(false);
+        document_.SetMergeRows(true);
+    };
+    h["Show each row"] = [this] {
+        SetRowSelection(false);
+        document_.SetMergeRows(false);
+    };
+    h["Select multiple rows"] = [this] {
+        SetRowSelection(true);
+        document_.SetMergeRows(false);
+    };
+    for (const auto& [dataType, values] : DropDownValues())
+        for (const QString& value : values)
+            h[value] = [this, value] { WriteCellValue(value); };
     h["Compute effects"] = [this] { document_.ComputeEffects(); };
     h["Check data"] = [this] { document_.CheckData(); };
+    h["Delete"] = [this] { sheet_->ClearSelection(); };
     h["Remove red backcolor"] = [this] { document_.RemoveRedBackColor(); };
 
     h["Show all blocks"] = [this] { document_.SetBlockDisplay(sheet::ShowAllBlocks); };
@@ -93,6 +134,7 @@ void MainWindow::RegisterCommands() {
 
     h["Formulas"] = [this] { ShowFormulas(); };
     h["Data entry assistant"] = [this] { ShowDataEntry(); };
+    h["View Analysis"] = [this] { ViewAnalysis(); };
 
     h["Opening wizard"] = [this] {
         settings_.SetInteger("ShowWizard01", Command("Opening wizard")->isChecked() ? 1 : 0);
@@ -151,6 +193,79 @@ void MainWindow::ShowDataEntry() {
     }
     DataEntryDialog dialog(*entries, this);
     execDialog(dialog);
+}
+
+void MainWindow::ViewAnalysis() {
+    statusBar()->showMessage("Loading analysis module ...");
+    analysis::Analysis analysis(document_.Prompts());
+    analysis.RowOptions = document_.Options();
+    // The sheet check and the synchronising of the rows come first; a
+    // refusal has shown its own box.
+    const analysis::ComputeStatus status = document_.RunAnalyses(analysis);
+    statusBar()->clearMessage();
+    if (status == analysis::ComputeStatus::NoIndexColumns) {
+        document_.Prompts().Message(
+            {"View Analysis",
+             {"The sheet has no columns for the index \"" + analysis.DisplayIndex + "\"."}});
+        return;
+    }
+    if (status != analysis::ComputeStatus::Done) return;
+    if (!analysis::AnyValidStudy(analysis)) {
+        document_.Prompts().Message(
+            {"View Analysis",
+             {"No study has a valid \"" + analysis.DisplayIndex + "\".",
+              "Use 'Data entry assistant' on a row to see what it lacks."}});
+        return;
+    }
+    AnalysisResultsDialog dialog(analysis::CollectSummaries(analysis), this);
+    execDialog(dialog);
+}
+
+void MainWindow::SortRows(int col, bool descending) {
+    const sheet::Grid& flex = document_.Sheet().Flex();
+    if (col < flex.FixedCols() || col >= flex.Cols()) return;
+    lastSort_ = {flex.Col(col).key, col, descending};
+    document_.SortBy(col, descending);
+}
+
+void MainWindow::SetAutoSort(bool on) {
+    autoSort_ = on;
+    SyncChecks();
+    if (!on) return;
+    // With no sort yet, auto sort takes the current column, ascending.
+    if (lastSort_.col < 0) lastSort_.col = sheet_->CurrentColumn();
+    SortAgain();
+}
+
+void MainWindow::SortAgain() {
+    const sheet::Grid& flex = document_.Sheet().Flex();
+    const int col = lastSort_.key.empty() ? lastSort_.col : flex.ColIndex(lastSort_.key);
+    if (col < flex.FixedCols() || col >= flex.Cols()) return;
+    resortCol_ = col;
+    Run(lastSort_.descending ? "Sort ZA" : "Sort AZ");
+    resortCol_ = -1;
+}
+
+void MainWindow::SetRowSelection(bool wholeRows) {
+    wholeRows_ = wholeRows;
+    const auto behavior =
+        wholeRows ? QAbstractItemView::SelectRows : QAbstractItemView::SelectItems;
+    for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(&sheet_->View()),
+                                    static_cast<QAbstractItemView*>(&sheet_->View().Frozen())}) {
+        view->setSelectionBehavior(behavior);
+        view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    }
+    SyncChecks();
+}
+
+void MainWindow::WriteCellValue(const QString& value) {
+    const int row = sheet_->CurrentRow();
+    const int col = sheet_->CurrentColumn();
+    if (row < sheet::FixedRowCount || col < 0 || !CellValues(col).contains(value)) return;
+    // As if typed: one edit of the grid on the undo stack.
+    SheetModel& model = sheet_->Model();
+    const int shown = model.ModelRow(row);
+    if (shown >= 0) model.setData(model.index(shown, col), value, Qt::EditRole);
 }
 
 void MainWindow::InsertModerator() {

@@ -5,7 +5,9 @@
 #include <QDialog>
 #include <QFileInfo>
 #include <QIcon>
+#include <QTimer>
 
+#include "sheet/CellEditCommand.h"
 #include "sheet/SheetWidget.h"
 #include "sheet/SnapshotCommand.h"
 
@@ -32,6 +34,14 @@ MainWindow::MainWindow(shell::Document& document, shell::FileServices& files,
     RegisterCommands();
     BuildMenus();
     connect(sheet_, &SheetWidget::ContextMenuAt, this, &MainWindow::ShowContextMenu);
+    WatchColumnTitles();
+    // Auto sort: an edit of the grid just done (or done again) is followed by
+    // the sort, once the edit's command is on the stack.
+    connect(&undo_, &QUndoStack::indexChanged, this, [this](int index) {
+        if (!autoSort_ || index == 0 || index != undo_.count()) return;
+        if (dynamic_cast<const CellEditCommand*>(undo_.command(index - 1)) == nullptr) return;
+        QTimer::singleShot(0, this, &MainWindow::SortAgain);
+    });
     document_.AddListener(*this);
     UpdateCaption();
     SyncChecks();
@@ -44,6 +54,11 @@ MainWindow::~MainWindow() {
 bool MainWindow::Run(const QString& key) {
     const auto handler = handlers_.find(key);
     if (handler == handlers_.end()) return false;
+    if (NeedsDataEntryColumns(key) && !document_.HasDataEntryColumns()) {
+        document_.Prompts().Message(shell::Document::EffectSizeColumnsMissing());
+        SyncChecks();  // a ticked entry that was refused shows the state again
+        return true;
+    }
     // Whatever the command changes on the sheet is one step of undo.
     QString text = key;
     if (const QAction* action = Command(key)) text = action->text().remove('&').remove("...");
@@ -52,7 +67,8 @@ bool MainWindow::Run(const QString& key) {
 }
 
 QAction* MainWindow::Command(const QString& key) const {
-    const auto it = commands_.find(key);
+    const auto alias = Aliases().find(key);
+    const auto it = commands_.find(alias == Aliases().end() ? key : alias->second);
     return it == commands_.end() ? nullptr : it->second;
 }
 

@@ -8,6 +8,8 @@
 #include <QUndoStack>
 #include <functional>
 #include <map>
+#include <string>
+#include <vector>
 
 #include "shell/Document.h"
 #include "shell/Settings.h"
@@ -34,10 +36,17 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     shell::FileServices& Files() { return files_; }
 
     // Carries out a command key; false for a key the window does not know.
+    // A command that needs data-entry columns answers with a box on a sheet
+    // without any.
     bool Run(const QString& key);
-    // The menu entry of a command key; nullptr when it is not shown.
+    static bool NeedsDataEntryColumns(const QString& key);
+    // The menu entry of a command key (of the key it stands for, for a
+    // second name); nullptr when it is not shown.
     QAction* Command(const QString& key) const;
-    // The command keys the context menu offers for a sheet cell.
+    // The second names of commands, each with the key of its menu entry.
+    static const std::map<QString, QString>& Aliases();
+    // The command keys the context menu offers for a sheet cell; a row above
+    // the first data row stands for the column's title.
     QStringList ContextCommands(int row, int col) const;
     // Brings the recent-file entries of the File menu up to date.
     void RefreshRecentFiles();
@@ -62,9 +71,18 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void RegisterRowColumnCommands();
     void RegisterClipboardCommands();
     void BuildMenus();
+    // An entry of `menu` (of no menu when it is null) that runs `key`.
     QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
                         const QKeySequence& shortcut = {});
+    // The context menu's commands in groups, which separators part.
+    std::vector<QStringList> ContextGroups(int row, int col) const;
     void ShowContextMenu(int row, int col, const QPoint& globalPos);
+    // The column titles' context menu.
+    void WatchColumnTitles();
+    // The values of the drop-down columns the context menu offers by name,
+    // by the column's DataType, and those of column `col`.
+    static const std::map<std::string, QStringList>& DropDownValues();
+    QStringList CellValues(int col) const;
     void UpdateCaption();
     void SyncChecks();
 
@@ -76,7 +94,18 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void EditOptions(const QString& menuEntry);
     void ShowFormulas();
     void ShowDataEntry();
+    void ViewAnalysis();
     void About();
+    // Sorting by a column, and sorting again by it after each edit of the
+    // grid while auto sort is on.
+    void SortRows(int col, bool descending);
+    void SetAutoSort(bool on);
+    void SortAgain();
+    // "Select multiple rows": the grid picks whole rows, several at a time.
+    void SetRowSelection(bool wholeRows);
+    // Writes a drop-down value chosen from the context menu into the
+    // current cell, as an edit of the grid.
+    void WriteCellValue(const QString& value);
 
     shell::Document& document_;
     shell::FileServices& files_;
@@ -86,6 +115,17 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     std::map<QString, QAction*> commands_;
     std::map<QString, std::function<void()>> handlers_;
     QMenu* recentMenu_ = nullptr;
+    // The column (by key, or by position when it has none) and direction of
+    // the last sort, which auto sort repeats; `resortCol_` is the column the
+    // repeat sorts by while it runs.
+    struct LastSort {
+        std::string key;
+        int col = -1;
+        bool descending = false;
+    } lastSort_;
+    bool autoSort_ = false;
+    int resortCol_ = -1;
+    bool wholeRows_ = false;
 };
 
 }  // namespace synthara::ui

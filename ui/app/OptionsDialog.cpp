@@ -50,8 +50,10 @@ OptionsDialog::OptionsDialog(shell::Document& document, QUndoStack& undo, QWidge
     const shell::OptionsForm form = shell::OptionsForm::Of(document.Options());
     imputedR_ = new QLineEdit(QString::fromStdString(form.imputedR), this);
     imputedR_->setObjectName("txtImputedR");
+    imputedR_->setToolTip("Allowed range: -0.999 to +0.999");
     fudgeFactor_ = new QLineEdit(QString::fromStdString(form.fudgeFactor), this);
     fudgeFactor_->setObjectName("txtFudgeFactor");
+    fudgeFactor_->setToolTip("Allowed range: 1 to 2 (recommended 1.01 to 1.20)");
 
     auto* layout = new QVBoxLayout(this);
     auto* numbers = new QFormLayout;
@@ -70,15 +72,17 @@ OptionsDialog::OptionsDialog(shell::Document& document, QUndoStack& undo, QWidge
 }
 
 const QStringList& OptionsDialog::MenuEntries() {
-    static const QStringList entries = {"Correlation for imputing paired SD",
-                                        "Symmetry for confidence intervals",
-                                        "Variance for mean difference", "Variance for Hedges's g"};
+    static const QStringList entries = {
+        "Correlation for imputing paired SD", "Symmetry for confidence intervals",
+        "Variance for mean difference", "Variance for Hedges's g", "Limits for correlation"};
     return entries;
 }
 
 void OptionsDialog::FocusOn(const QString& menuEntry) {
-    const std::array<QWidget*, 4> fields = {imputedR_, fudgeFactor_, poolVariance_->checkedButton(),
-                                            gVariance_->checkedButton()};
+    // "Limits for correlation" is the range the assumed correlation is held
+    // to, so it opens on that field too.
+    const std::array<QWidget*, 5> fields = {imputedR_, fudgeFactor_, poolVariance_->checkedButton(),
+                                            gVariance_->checkedButton(), imputedR_};
     const qsizetype at = MenuEntries().indexOf(menuEntry);
     if (at >= 0 && fields[static_cast<std::size_t>(at)] != nullptr)
         fields[static_cast<std::size_t>(at)]->setFocus();

@@ -24,8 +24,8 @@ class OptionsDialog final : public QDialog {
     // The pairs of buttons, by method: id 1 or 2.
     QButtonGroup& PoolVarianceMethod() { return *poolVariance_; }
     QButtonGroup& GVarianceMethod() { return *gVariance_; }
-    // The menu entries of the four options, in the order of the fields; each
-    // opens the dialog on its own field.
+    // The menu entries of the four options, in the order of the fields, and
+    // "Limits for correlation"; each opens the dialog on its own field.
     static const QStringList& MenuEntries();
     // Puts the cursor on the field of a menu entry's option.
     void FocusOn(const QString& menuEntry);
