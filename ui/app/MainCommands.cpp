@@ -99,6 +99,8 @@ void MainWindow::RegisterCommands() {
     };
     h["About"] = [this] { About(); };
     h["Technical support"] = h["About"];
+    RegisterImportCommands();
+    RegisterPrintCommands();
 }
 
 void MainWindow::OpenWizard(bool identify) {

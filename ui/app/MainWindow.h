@@ -8,6 +8,8 @@
 #include <QUndoStack>
 #include <functional>
 #include <map>
+#include <memory>
+#include <string>
 
 #include "shell/Document.h"
 #include "shell/Settings.h"
@@ -15,6 +17,7 @@
 class QAction;
 class QDialog;
 class QMenu;
+class QPrinter;
 
 namespace synthara::ui {
 
@@ -58,6 +61,10 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void DirtyChanged(bool dirty) override;
 
     void RegisterCommands();
+    // Opening tables of rows, the "Import" note, "Use first row as labels".
+    void RegisterImportCommands();
+    // "Print" and "Printsetup".
+    void RegisterPrintCommands();
     void BuildMenus();
     QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
                         const QKeySequence& shortcut = {});
@@ -74,6 +81,13 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void ShowFormulas();
     void ShowDataEntry();
     void About();
+    void ShowImportNote();
+    // The import preview for a table file, then the file opened with its
+    // choices; true when it was opened.
+    bool ImportTableFile(const std::string& path);
+    void PrintSheet();
+    // The printer the page setup and the prints share, made when first asked for.
+    QPrinter& Printer();
 
     shell::Document& document_;
     shell::FileServices& files_;
@@ -83,6 +97,7 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     std::map<QString, QAction*> commands_;
     std::map<QString, std::function<void()>> handlers_;
     QMenu* recentMenu_ = nullptr;
+    std::shared_ptr<QPrinter> printer_;
 };
 
 }  // namespace synthara::ui
