@@ -17,9 +17,9 @@ bool UseFirstRowAsLabels(Sheet& sheet) {
     const Grid& grid = sheet.Flex();
     const int row = FixedRowCount;
     bool any = false;
-    for (int c = 0; c < grid.Cols() && !any; ++c)
+    for (int c = 0; c < grid.Cols() && row < grid.Rows() && !any; ++c)
         any = MayRename(sheet, c) && !grid.IsBlank(row, c);
-    if (row >= grid.Rows() || !any) {
+    if (!any) {
         sheet.Prompts().Message({" Use first row as labels",
                                  {"The first row of the sheet is empty, so there are no labels "
                                   "to take from it.       "},
