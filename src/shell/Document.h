@@ -211,6 +211,12 @@ class Document {
     bool FileOpen(FileServices& files, sheet::OpenKind kind, const std::string& path = {},
                   bool ask = true);
     bool FileSave(FileServices& files, int mode);
+    // A table of rows (delimited text or a workbook's sheet) opened from the
+    // desktop with the import's choices: asks about unsaved changes, then
+    // opens it; a file that can't be read is refused with a box giving the
+    // reason, and the open project stays as it was.
+    bool ImportFile(FileServices& files, const std::filesystem::path& path,
+                    const OpenSettings& settings);
     // Closing: the question about unsaved changes, then the bookmark and the
     // undo copy go. False cancels the close.
     bool Close(FileServices& files);
@@ -265,6 +271,9 @@ class Document {
                     const ports::Clipboard& clipboard);
     bool Cut(const std::optional<SheetSelection>& selection, ports::Clipboard& clipboard);
     bool ClearCells(const std::optional<SheetSelection>& selection);
+    // "Use first row as labels": the first data row titles its columns and
+    // goes; refused with a box when it is empty.
+    bool UseFirstRowAsLabels();
 
     // Columns and blocks. Populations count from 1 ("Study name") to 5.
     bool InsertPopulation(int populationIndex);

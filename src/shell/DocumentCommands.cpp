@@ -6,6 +6,7 @@
 #include "sheet/blocks/DisplayColumns.h"
 #include "sheet/files/Backup.h"
 #include "sheet/grid/MetaRows.h"
+#include "sheet/import/FirstRowLabels.h"
 #include "sheet/rows/SheetCheck.h"
 #include "shell/Document.h"
 
@@ -35,6 +36,27 @@ bool Document::FileOpen(FileServices& files, sheet::OpenKind kind, const std::st
     if (!menu.OpenTable(kind, path)) return false;
     Reloaded();
     return true;
+}
+
+bool Document::ImportFile(FileServices& files, const std::filesystem::path& path,
+                          const OpenSettings& settings) {
+    sheet::ProjectFiles menu(sheet_, project_, files.recent, files.chooser);
+    if (!menu.ConfirmDiscard()) return false;
+    const OpenOutcome opened = Open(path, settings);
+    if (!opened.ok())
+        prompter_.Message({" File not opened ",
+                           {"Sorry, that file could not be opened         ", opened.message},
+                           ports::Icon::Warning});
+    return opened.ok();
+}
+
+bool Document::UseFirstRowAsLabels() {
+    return Settled([&] {
+        const bool taken = sheet::UseFirstRowAsLabels(sheet_);
+        // Trails quote the columns' titles.
+        if (taken) ComputeRows();
+        return taken;
+    });
 }
 
 bool Document::FileSave(FileServices& files, int mode) {

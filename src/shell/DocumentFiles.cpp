@@ -59,8 +59,12 @@ OpenOutcome ReadInto(sheet::Sheet& fresh, sheet::OpenProject& project, int& data
     }
     const sheet::DelimitedResult text = sheet::ReadTableFile(name, settings.table);
     if (!text.ok) return {OpenStatus::Refused, text.Describe(name)};
+    // Without first-row labels the columns come in unidentified, for the user
+    // to say what each holds.
     const sheet::ImportResult imported =
-        sheet::ImportTable(fresh, text.table, settings.defaultFormat, name);
+        settings.table.firstRowTitles
+            ? sheet::ImportTable(fresh, text.table, settings.defaultFormat, name)
+            : sheet::ImportPlainTable(fresh, text.table, name);
     if (!imported.ok)
         return {imported.optionFault ? OpenStatus::NoFormat : OpenStatus::Refused,
                 imported.message};

@@ -144,6 +144,8 @@ void MainWindow::RegisterCommands() {
     RegisterColumnCommands();
     RegisterRowColumnCommands();
     RegisterClipboardCommands();
+    RegisterImportCommands();
+    RegisterPrintCommands();
 }
 
 void MainWindow::OpenWizard(bool identify) {

@@ -8,6 +8,7 @@
 #include <QUndoStack>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@
 class QAction;
 class QDialog;
 class QMenu;
+class QPrinter;
 
 namespace synthara::ui {
 
@@ -70,6 +72,10 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     void RegisterColumnCommands();
     void RegisterRowColumnCommands();
     void RegisterClipboardCommands();
+    // Opening tables of rows, the "Import" note, "Use first row as labels".
+    void RegisterImportCommands();
+    // "Print" and "Printsetup".
+    void RegisterPrintCommands();
     void BuildMenus();
     // An entry of `menu` (of no menu when it is null) that runs `key`.
     QAction* AddCommand(QMenu* menu, const QString& key, const QString& text = {},
@@ -106,6 +112,13 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     // Writes a drop-down value chosen from the context menu into the
     // current cell, as an edit of the grid.
     void WriteCellValue(const QString& value);
+    void ShowImportNote();
+    // The import preview for a table file, then the file opened with its
+    // choices; true when it was opened.
+    bool ImportTableFile(const std::string& path);
+    void PrintSheet();
+    // The printer the page setup and the prints share, made when first asked for.
+    QPrinter& Printer();
 
     shell::Document& document_;
     shell::FileServices& files_;
@@ -126,6 +139,7 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     bool autoSort_ = false;
     int resortCol_ = -1;
     bool wholeRows_ = false;
+    std::shared_ptr<QPrinter> printer_;
 };
 
 }  // namespace synthara::ui

@@ -209,14 +209,21 @@ int FirstModeratorPlace(const Sheet& sheet) {
     return sheet.Flex().Cols();
 }
 
-// A moderator column with the record the column dialog leaves.
-void AddModerator(Sheet& sheet, int at, const FileColumn& col, const std::string& dataType) {
+// A new column of the user's own at `at`: a moderator with the record the
+// column dialog leaves, or a column typed into ("Unknown") that the user has
+// still to identify.
+void AddUserColumn(Sheet& sheet, int at, const std::string& title, const std::string& dataType,
+                   const char* function, const char* renamed) {
     sheet.InsertColumn(at);
-    sheet.SetMeta(at, MetaRow::ColumnHeader, col.title);
+    sheet.SetMeta(at, MetaRow::ColumnHeader, title);
     sheet.SetMeta(at, MetaRow::DataType, dataType);
-    sheet.SetMeta(at, MetaRow::Function, "Moderator");
+    sheet.SetMeta(at, MetaRow::Function, function);
     sheet.SetMeta(at, MetaRow::Hidden, "Show");
-    sheet.SetMeta(at, MetaRow::Renamed, "Manual");
+    sheet.SetMeta(at, MetaRow::Renamed, renamed);
+}
+
+void AddModerator(Sheet& sheet, int at, const FileColumn& col, const std::string& dataType) {
+    AddUserColumn(sheet, at, col.title, dataType, "Moderator", "Manual");
 }
 
 std::string CellText(std::string_view role, std::string_view cell) {
@@ -251,13 +258,18 @@ void AddBlock(Sheet& sheet, const FormatDef& format) {
     sheet.SetPrompter(previous);
 }
 
-void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
+// A new sheet with room for `dataRows` rows and some to spare.
+void StartSheet(Sheet& sheet, std::size_t dataRows) {
     sheet.InitializeGrid();
-    const int wanted = FixedRowCount + static_cast<int>(plan.dataRows.size()) + 80;
+    const int wanted = FixedRowCount + static_cast<int>(dataRows) + 80;
     if (sheet.Flex().Rows() < wanted) {
         sheet.SetRows(wanted);
         sheet.AddRowNumbers();
     }
+}
+
+void BuildColumns(Sheet& sheet, const DelimitedTable& table, const Plan& plan) {
+    StartSheet(sheet, plan.dataRows.size());
     for (const auto& col : plan.columns)
         if (col.kind == Kind::Population) sheet.MakePop(col.population);
     for (const FormatDef* format : plan.used)
@@ -410,6 +422,59 @@ ImportResult ImportTable(Sheet& sheet, const DelimitedTable& table, std::string_
     result.ok = true;
     result.dataRows = static_cast<int>(plan.dataRows.size());
     for (const std::size_t r : plan.dataRows)
+        result.lines.push_back(LineOf(table, r));
+    return result;
+}
+
+const FormatDef* FormatOfTitles(const std::vector<std::string>& titles) {
+    std::vector<std::string_view> names;
+    for (const std::string& title : titles)
+        names.push_back(Trimmed(title));
+    const FormatDef* best = nullptr;
+    for (const FormatDef& format : AllFormats()) {
+        const bool fits = std::all_of(format.roles.begin(), format.roles.end(), [&](const auto& r) {
+            return std::find(names.begin(), names.end(), r.name) != names.end();
+        });
+        if (fits && !format.roles.empty() &&
+            (best == nullptr || format.roles.size() > best->roles.size()))
+            best = &format;
+    }
+    return best;
+}
+
+ImportResult ImportPlainTable(Sheet& sheet, const DelimitedTable& table,
+                              std::string_view fileName) {
+    if (table.rows.empty()) return Refuse(std::string(fileName) + ": the file holds no rows");
+    ImportResult fault;
+    if (!CheckText(table, fileName, fault)) return fault;
+    std::vector<std::size_t> dataRows;
+    for (std::size_t r = 1; r < table.rows.size(); ++r)
+        if (!RowIsBlank(table.rows[r])) dataRows.push_back(r);
+
+    StartSheet(sheet, dataRows.size());
+    const auto& titles = table.rows.front();
+    const int first = sheet.Flex().FixedCols();
+    for (std::size_t c = 0; c < titles.size(); ++c) {
+        std::vector<std::string_view> cells;
+        for (const std::size_t r : dataRows)
+            cells.push_back(Field(table.rows[r], c));
+        const std::string type = ModeratorDataType(cells, sheet.Separators);
+        const int at = first + static_cast<int>(c);
+        AddUserColumn(sheet, at, titles[c], type, "Unknown", "Auto");
+        sheet.SetMeta(at, MetaRow::Align, type == "Categorical" ? "Left" : "Auto");
+        for (std::size_t k = 0; k < dataRows.size(); ++k) {
+            const std::string_view cell = Field(table.rows[dataRows[k]], c);
+            if (!cell.empty())
+                sheet.Set(FixedRowCount + static_cast<int>(k), at, Cell::FromText(cell));
+        }
+    }
+    sheet.FindCols();
+    sheet.AddLetters();
+
+    ImportResult result;
+    result.ok = true;
+    result.dataRows = static_cast<int>(dataRows.size());
+    for (const std::size_t r : dataRows)
         result.lines.push_back(LineOf(table, r));
     return result;
 }

@@ -32,6 +32,18 @@ struct ImportResult {
 ImportResult ImportTable(Sheet& sheet, const DelimitedTable& table, std::string_view defaultFormat,
                          std::string_view fileName);
 
+// The format a table's titles fit when its rows name none: the one whose
+// every role has a column, the one with most roles when several do; nullptr
+// when none does.
+const FormatDef* FormatOfTitles(const std::vector<std::string>& titles);
+
+// Builds the sheet from scratch with every column of the table as a column of
+// the user's own, titled by the table's first row and typed into but not yet
+// identified: what opening a file with "Use first row as labels" off gives,
+// so that the user then says which column holds what. Columns keep the
+// file's order; blank rows are left out.
+ImportResult ImportPlainTable(Sheet& sheet, const DelimitedTable& table, std::string_view fileName);
+
 // A block of the format, made through the wizard's own steps with every role
 // on a new column, as a user who accepts the wizard's proposals gets it.
 void AddFormatBlock(Sheet& sheet, const FormatDef& format);
