@@ -20,8 +20,6 @@ ports::Box Document::EffectSizeColumnsMissing() {
             ports::Icon::Information};
 }
 
-}  // namespace
-
 bool Document::FileNew(FileServices& files) {
     sheet::ProjectFiles menu(sheet_, project_, files.recent, files.chooser);
     if (!menu.FileNew()) return false;

@@ -67,6 +67,14 @@ TEST_F(ClipboardCommandsTest, RowsCopiedAndPastedAreComputed) {
     Select(rows, rows + 3, eventsA, totalB);
     QApplication::processEvents();
     EXPECT_TRUE(SaveScreenshot(window(), "sheet-after-paste.png"));
+
+    // The paste is one step of undo, and comes back with redo.
+    window().Undo().undo();
+    EXPECT_EQ(program->Document().DataRows(), rows);
+    EXPECT_EQ(flex().Text(FixedRowCount + rows, totalB), "");
+    window().Undo().redo();
+    EXPECT_EQ(program->Document().DataRows(), rows + 4);
+    EXPECT_EQ(flex().Text(FixedRowCount + rows, totalB), flex().Text(FixedRowCount, totalB));
 }
 
 TEST_F(ClipboardCommandsTest, CopyWithNothingSelectedSaysSo) {

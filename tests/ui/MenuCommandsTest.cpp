@@ -65,6 +65,7 @@ TEST_F(ProgramFixture, EveryCommandKeyHasItsMenuEntry) {
     for (const QString& key : keys) {
         QAction* action = window.Command(key);
         ASSERT_NE(action, nullptr) << key.toStdString();
+        EXPECT_TRUE(window.Handles(key)) << key.toStdString();
         // A second name leads to its command's entry, whose key it runs alike.
         const auto alias = MainWindow::Aliases().find(key);
         EXPECT_EQ(action->data().toString(),

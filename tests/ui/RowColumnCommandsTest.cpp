@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QTest>
 
+#include <QUndoStack>
+
 #include "ProgramFixture.h"
 #include "sheet/SheetModel.h"
 #include "sheet/SheetView.h"
@@ -71,6 +73,38 @@ TEST_F(RowColumnCommandsTest, DeletingSelectedRowsAsksHowMany) {
     Window().Run("Insert row");
     EXPECT_EQ(Study(0), "");
     EXPECT_EQ(Study(3), third);
+}
+
+// A column delete and a row delete are a step each of the window's undo;
+// undone, the sheet is as it was, its rows still computing.
+TEST_F(RowColumnCommandsTest, DeletesUndoAndRedo) {
+    const int latitude = ColumnTitled("Latitude");
+    ASSERT_GE(latitude, 0);
+    const int cols = Sheet().Flex().Cols();
+    const std::string value = Sheet().Flex().Text(FixedRowCount, latitude);
+    Window().Sheet().SetCurrentCell(FixedRowCount, latitude);
+    prompter.answers = {ports::Answer::Yes, ports::Answer::Yes};
+    ASSERT_TRUE(Window().Run("Delete column"));
+    ASSERT_EQ(Sheet().Flex().Cols(), cols - 1);
+    SelectRows(FixedRowCount, FixedRowCount, Sheet().GetCol(0, 1));
+    ASSERT_TRUE(Window().Run("Delete row"));
+    ASSERT_NE(Study(0), "Aronson 1948");
+    QUndoStack& undo = Window().Undo();
+    ASSERT_EQ(undo.count(), 2);
+
+    undo.undo();
+    EXPECT_EQ(Study(0), "Aronson 1948");
+    undo.undo();
+    EXPECT_EQ(Sheet().Flex().Cols(), cols);
+    EXPECT_EQ(ColumnTitled("Latitude"), latitude);
+    EXPECT_EQ(Sheet().Flex().Text(FixedRowCount, latitude), value);
+    undo.redo();
+    EXPECT_EQ(ColumnTitled("Latitude"), -1);
+    undo.redo();
+    EXPECT_NE(Study(0), "Aronson 1948");
+    // The rows left still compute where their columns now stand.
+    const int logOdds = Sheet().DisplayColTable()[1][sheet::AttrPoint];
+    EXPECT_TRUE(Sheet().Flex().At(FixedRowCount, logOdds).IsNumber());
 }
 
 TEST_F(RowColumnCommandsTest, ProgramsColumnsAreRefusedAndHighlightsPaintTheSelection) {

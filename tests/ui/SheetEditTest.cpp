@@ -127,7 +127,8 @@ TEST_F(SheetEditTest, UndoAndRedoGiveBackEachSide) {
     QTest::keyClick(&widget->View(), Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(Text(row, eventsA + 3), "139");
 
-    // Columns that move take the edits' addresses with them: the stack goes.
+    // Columns that move outside an undoable command take the edits'
+    // addresses with them: the stack goes.
     ASSERT_TRUE(document.AddBlock("Events and non-events in each group"));
     EXPECT_EQ(undo.count(), 0);
 }

@@ -41,6 +41,8 @@ class MainWindow final : public QMainWindow, private shell::DocumentListener {
     // A command that needs data-entry columns answers with a box on a sheet
     // without any.
     bool Run(const QString& key);
+    // Whether Run knows the key.
+    bool Handles(const QString& key) const { return handlers_.count(key) > 0; }
     static bool NeedsDataEntryColumns(const QString& key);
     // The menu entry of a command key (of the key it stands for, for a
     // second name); nullptr when it is not shown.

@@ -76,14 +76,18 @@ SheetWidget::SheetWidget(shell::Document& document, QUndoStack& undo, QWidget* p
         RunUndoable(document_, undo_, "Move column", [&] { document_.MoveColumn(from, to); });
     });
     connect(view_, &SheetView::RowDragged, this, [this](int from, int to) {
-        RunUndoable(document_, undo_, "Move row", [&] {
-            document_.MoveRow(model_->GridRow(from), model_->GridRow(to));
-        });
+        RunUndoable(document_, undo_, "Move row",
+                    [&] { document_.MoveRow(model_->GridRow(from), model_->GridRow(to)); });
     });
     connect(view_, &SheetView::ClearRequested, this, &SheetWidget::ClearSelection);
     connect(view_, &SheetView::TitleEditRequested, this, &SheetWidget::EditTitle);
     connect(tabs_, &QTabBar::currentChanged, this, &SheetWidget::TabChosen);
     connect(model_, &SheetModel::StructureChanged, this, &SheetWidget::RebuildTabs);
+    // Typing's steps name cells by row and column; columns or rows that
+    // moved outside an undoable command would make them write elsewhere.
+    connect(model_, &SheetModel::StructureChanged, this, [this] {
+        if (!UndoableChangeUnderway()) undo_.clear();
+    });
     connect(model_, &SheetModel::dataChanged, this,
             [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
                 const int row = view_->currentIndex().row();

@@ -6,6 +6,25 @@
 
 namespace synthara::ui {
 
+namespace {
+
+int underway = 0;
+
+// Marks the time of an undoable change.
+class Underway {
+  public:
+    Underway() { ++underway; }
+    ~Underway() { --underway; }
+    Underway(const Underway&) = delete;
+    Underway& operator=(const Underway&) = delete;
+};
+
+}  // namespace
+
+bool UndoableChangeUnderway() {
+    return underway > 0;
+}
+
 SnapshotCommand::SnapshotCommand(shell::Document& document, shell::SheetSnapshot before,
                                  shell::SheetSnapshot after, const QString& text)
     : QUndoCommand(text),
@@ -14,6 +33,7 @@ SnapshotCommand::SnapshotCommand(shell::Document& document, shell::SheetSnapshot
       after_(std::move(after)) {}
 
 void SnapshotCommand::undo() {
+    const Underway mark;
     document_.Restore(before_);
 }
 
@@ -22,6 +42,7 @@ void SnapshotCommand::redo() {
         done_ = false;
         return;
     }
+    const Underway mark;
     document_.Restore(after_);
 }
 
@@ -32,7 +53,10 @@ bool RunUndoable(shell::Document& document, QUndoStack& undo, const QString& tex
     const std::uint64_t revision = document.Revision();
     const std::uint64_t loaded = document.SheetsLoaded();
     shell::SheetSnapshot before = document.Snapshot();
-    command();
+    {
+        const Underway mark;
+        command();
+    }
     if (document.Revision() == revision || document.SheetsLoaded() != loaded ||
         undo.index() != steps || undo.count() != count)
         return false;

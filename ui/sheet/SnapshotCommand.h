@@ -39,4 +39,9 @@ class SnapshotCommand final : public QUndoCommand {
 bool RunUndoable(shell::Document& document, QUndoStack& undo, const QString& text,
                  const std::function<void()>& command);
 
+// True while a command runs through RunUndoable or a step is undone or
+// redone. A change of the sheet's columns or rows outside those leaves the
+// stack's cell addresses pointing elsewhere, and the stack must go.
+bool UndoableChangeUnderway();
+
 }  // namespace synthara::ui
