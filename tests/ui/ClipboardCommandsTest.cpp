@@ -34,12 +34,7 @@ class ClipboardCommandsTest : public ProgramFixture {
     }
     // Selects the sheet's cells rows r1..r2 (from the first data row) by columns c1..c2.
     void Select(int r1, int r2, int c1, int c2) {
-        SheetView& view = window().Sheet().View();
-        SheetModel& model = window().Sheet().Model();
-        const QModelIndex first = model.index(r1, c1);
-        view.setCurrentIndex(first);
-        view.selectionModel()->select(QItemSelection(first, model.index(r2, c2)),
-                                      QItemSelectionModel::ClearAndSelect);
+        window().Sheet().Select({FixedRowCount + r1, FixedRowCount + r2, c1, c2});
     }
 };
 

@@ -15,8 +15,16 @@ namespace synthara::ui {
 
 void MainWindow::RegisterColumnCommands() {
     auto& h = handlers_;
-    // The columns a command acts on; empty, after a box, with no current cell.
+    // The columns a command acts on: the shown columns of the selection, or
+    // the current one; empty, after a box, with neither.
     const auto selected = [this]() -> std::vector<int> {
+        std::vector<int> cols;
+        if (const auto selection = sheet_->Selection()) {
+            const sheet::Grid& flex = document_.Sheet().Flex();
+            for (int c = selection->cells.firstCol; c <= selection->cells.lastCol; ++c)
+                if (!flex.Col(c).hidden) cols.push_back(c);
+        }
+        if (!cols.empty()) return cols;
         const int col = sheet_->CurrentColumn();
         if (col >= 0) return {col};
         document_.Prompts().Message({"No cell selected",

@@ -2,7 +2,6 @@
 // inserting and deleting them, the highlights, and where Enter moves the
 // cursor. The open project does the work and says what it refuses.
 #include <QAction>
-#include <QItemSelectionModel>
 #include <algorithm>
 
 #include "app/MainWindow.h"
@@ -23,24 +22,13 @@ struct Span {
 
 // The rows (or columns) the selection covers; without a selection, those of
 // the cell under the cursor.
-Span SelectedSpan(SheetWidget& sheet, bool rows) {
-    Span span;
-    const auto take = [&](int low, int high) {
-        span.first = span.first < 0 ? low : std::min(span.first, low);
-        span.last = std::max(span.last, high);
-    };
-    // By rectangles: a whole column of a long sheet is one, not a cell each.
-    for (const QItemSelectionRange& range : sheet.View().selectionModel()->selection()) {
-        if (rows)
-            take(sheet.Model().GridRow(range.top()), sheet.Model().GridRow(range.bottom()));
-        else
-            take(range.left(), range.right());
+Span SelectedSpan(const SheetWidget& sheet, bool rows) {
+    if (const auto selection = sheet.Selection()) {
+        const shell::CellRange& cells = selection->cells;
+        return rows ? Span{cells.firstRow, cells.lastRow} : Span{cells.firstCol, cells.lastCol};
     }
-    if (span.first < 0) {
-        const int current = rows ? sheet.CurrentRow() : sheet.CurrentColumn();
-        span = {current, current};
-    }
-    return span;
+    const int current = rows ? sheet.CurrentRow() : sheet.CurrentColumn();
+    return {current, current};
 }
 
 }  // namespace

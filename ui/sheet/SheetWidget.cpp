@@ -134,26 +134,22 @@ void SheetWidget::SetCurrentCell(int row, int col) {
 }
 
 std::optional<shell::SheetSelection> SheetWidget::Selection() const {
+    // By rectangles: a whole column of a long sheet is one, not a cell each.
     const QItemSelection selected = view_->selectionModel()->selection();
-    const QModelIndex current = view_->currentIndex();
-    if (selected.isEmpty() && !current.isValid()) return std::nullopt;
-    int top = current.row(), bottom = current.row();
-    int left = current.column(), right = current.column();
-    if (!selected.isEmpty()) {
-        top = left = std::numeric_limits<int>::max();
-        bottom = right = -1;
-        for (const QItemSelectionRange& range : selected) {
-            top = std::min(top, range.top());
-            bottom = std::max(bottom, range.bottom());
-            left = std::min(left, range.left());
-            right = std::max(right, range.right());
-        }
+    if (selected.isEmpty()) return std::nullopt;
+    int top = std::numeric_limits<int>::max(), left = top;
+    int bottom = -1, right = -1;
+    for (const QItemSelectionRange& range : selected) {
+        top = std::min(top, range.top());
+        bottom = std::max(bottom, range.bottom());
+        left = std::min(left, range.left());
+        right = std::max(right, range.right());
     }
     shell::SheetSelection selection;
     selection.cells = {model_->GridRow(top), model_->GridRow(bottom), left, right};
-    const int rows = model_->rowCount(), cols = model_->columnCount();
-    selection.wholeRows = !selected.isEmpty() && left == 0 && right == cols - 1;
-    selection.wholeColumns = !selected.isEmpty() && top == 0 && bottom == rows - 1;
+    selection.wholeRows =
+        left <= document_.Sheet().Flex().FixedCols() && right == model_->columnCount() - 1;
+    selection.wholeColumns = top == 0 && bottom == model_->rowCount() - 1;
     return selection;
 }
 

@@ -33,8 +33,10 @@ class SheetWidget final : public QWidget {
     int CurrentRow() const;
     int CurrentColumn() const;
     void SetCurrentCell(int row, int col);
-    // The selection, or the current cell when nothing is selected; nothing
-    // when there is neither. Rows hidden inside the rectangle are in it.
+    // The rectangle around what is selected, in sheet rows and columns: whole
+    // rows when it spans every column the user may select, whole columns
+    // when it spans every row; nothing when nothing is selected. Rows hidden
+    // inside the rectangle are in it.
     std::optional<shell::SheetSelection> Selection() const;
     // Selects a rectangle of sheet cells (whole rows or columns when the
     // range spans the sheet), and makes its first cell the current one.
