@@ -18,7 +18,10 @@ namespace {
 class IndexSelectionTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        const std::string path = ::testing::TempDir() + "IndexSelectionTest.csv";
+        // A file of each test's own: ctest runs the tests side by side.
+        const std::string path = ::testing::TempDir() + "IndexSelectionTest." +
+                                 ::testing::UnitTest::GetInstance()->current_test_info()->name() +
+                                 ".csv";
         std::ofstream(path, std::ios::binary)
             << "Study name,Group-A Events,Group-A Total N,Group-B Events,Group-B Total N\n"
                "Aronson,4,123,11,139\n";
