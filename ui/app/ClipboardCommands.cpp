@@ -27,7 +27,7 @@ void MainWindow::RegisterClipboardCommands() {
         QtClipboard clipboard;
         document_.Cut(selected(), clipboard);
     };
-    h["Delete"] = [this, selected] { document_.ClearCells(selected()); };
+    h["Delete"] = [this] { sheet_->ClearSelection(); };
 }
 
 }  // namespace synthara::ui

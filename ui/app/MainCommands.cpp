@@ -112,7 +112,6 @@ void MainWindow::RegisterCommands() {
             h[value] = [this, value] { WriteCellValue(value); };
     h["Compute effects"] = [this] { document_.ComputeEffects(); };
     h["Check data"] = [this] { document_.CheckData(); };
-    h["Delete"] = [this] { sheet_->ClearSelection(); };
     h["Remove red backcolor"] = [this] { document_.RemoveRedBackColor(); };
 
     h["Show all blocks"] = [this] { document_.SetBlockDisplay(sheet::ShowAllBlocks); };

@@ -166,14 +166,7 @@ void SheetWidget::SetEnterMovesRight(bool right) {
 }
 
 void SheetWidget::ClearSelection() {
-    std::vector<shell::CellEdit> edits;
-    const sheet::Grid& flex = document_.Sheet().Flex();
-    for (const QModelIndex& index : view_->selectionModel()->selectedIndexes()) {
-        const int row = model_->GridRow(index.row());
-        if (!flex.IsBlank(row, index.column()) && document_.CellEditable(row, index.column()))
-            edits.push_back({row, index.column(), {}});
-    }
-    editor_->Commit(edits);
+    RunUndoable(document_, undo_, "Delete", [this] { document_.ClearCells(Selection()); });
 }
 
 void SheetWidget::EditTitle(int col) {
