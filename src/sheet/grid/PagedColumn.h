@@ -4,9 +4,10 @@
 // empty value, so the hundreds of columns a sheet carries for formats its
 // rows do not use cost a pointer per page, not a value per row.
 //
-// Copies share their pages until one side writes to a page, which it then
-// copies for itself: a copy of a whole sheet, as undo keeps one, costs a
-// pointer per page and grows only by the pages changed afterwards.
+// Copies share their table of pages, and the pages in it, until one side
+// writes: it then copies the table and the page written for itself. A copy
+// of a whole sheet, as undo keeps one, costs a pointer per column and grows
+// only by the tables and pages changed afterwards.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -29,13 +30,13 @@ class PagedColumn {
     bool empty() const { return size_ == 0; }
     // True when no row holds anything.
     bool AllEmpty() const {
-        return std::none_of(pages_.begin(), pages_.end(), [](const auto& p) { return !!p; });
+        return std::none_of(Pages().begin(), Pages().end(), [](const auto& p) { return !!p; });
     }
 
     // The value of a row; the empty value beyond the end.
     const T& operator[](std::size_t row) const {
         if (row >= size_) return Empty();
-        const Page* page = pages_[row >> kPageShift].get();
+        const Page* page = Pages()[row >> kPageShift].get();
         return page ? page->values[row & (kPageRows - 1)] : Empty();
     }
 
@@ -44,10 +45,10 @@ class PagedColumn {
     // value is emptied is given back.
     void Set(std::size_t row, T value) {
         if (row >= size_) return;
-        auto& slot = pages_[row >> kPageShift];
         const bool emptyValue = IsEmpty(value);
+        if (emptyValue && !Pages()[row >> kPageShift]) return;
+        auto& slot = OwnPages()[row >> kPageShift];
         if (!slot) {
-            if (emptyValue) return;
             slot = std::make_shared<Page>();
         } else {
             Own(slot);
@@ -66,7 +67,7 @@ class PagedColumn {
     // writing in place; nullptr beyond the end.
     T* Fill(std::size_t row) {
         if (row >= size_) return nullptr;
-        auto& slot = pages_[row >> kPageShift];
+        auto& slot = OwnPages()[row >> kPageShift];
         if (!slot)
             slot = std::make_shared<Page>();
         else
@@ -82,17 +83,19 @@ class PagedColumn {
             for (std::size_t row = rows; row < std::min(size_, PageCount(rows) * kPageRows); ++row)
                 Set(row, T{});
         }
-        pages_.resize(PageCount(rows));
+        if (PageCount(rows) != Pages().size()) OwnPages().resize(PageCount(rows));
         size_ = rows;
     }
 
     // Empties every row from `first` on; whole pages are given back at once.
     void ClearFrom(std::size_t first) {
-        for (std::size_t p = first >> kPageShift; p < pages_.size(); ++p) {
-            if (!pages_[p]) continue;
+        if (first >= size_ || !AnyIn(first, size_ - 1)) return;
+        PageTable& pages = OwnPages();
+        for (std::size_t p = first >> kPageShift; p < pages.size(); ++p) {
+            if (!pages[p]) continue;
             const std::size_t base = p * kPageRows;
             if (base >= first) {
-                pages_[p].reset();
+                pages[p].reset();
                 continue;
             }
             for (std::size_t row = first; row < std::min(base + kPageRows, size_); ++row)
@@ -132,9 +135,10 @@ class PagedColumn {
     // equal without being read.
     friend bool operator==(const PagedColumn& a, const PagedColumn& b) {
         if (a.size_ != b.size_) return false;
-        for (std::size_t p = 0; p < a.pages_.size(); ++p) {
-            const Page* x = a.pages_[p].get();
-            const Page* y = b.pages_[p].get();
+        if (a.pages_ == b.pages_) return true;
+        for (std::size_t p = 0; p < a.Pages().size(); ++p) {
+            const Page* x = a.Pages()[p].get();
+            const Page* y = b.Pages()[p].get();
             if (x == y) continue;
             if (x == nullptr || y == nullptr || x->values != y->values) return false;
         }
@@ -144,8 +148,8 @@ class PagedColumn {
     // Calls visit(row, value) for every row that holds something, in row order.
     template <typename Visit>
     void ForEachSet(Visit&& visit) const {
-        for (std::size_t p = 0; p < pages_.size(); ++p) {
-            const Page* page = pages_[p].get();
+        for (std::size_t p = 0; p < Pages().size(); ++p) {
+            const Page* page = Pages()[p].get();
             if (!page) continue;
             const std::size_t base = p * kPageRows;
             const std::size_t end = std::min(kPageRows, size_ - base);
@@ -159,7 +163,20 @@ class PagedColumn {
         std::array<T, kPageRows> values{};
         std::uint32_t used = 0;  // values that are not empty
     };
+    using PageTable = std::vector<std::shared_ptr<Page>>;
 
+    const PageTable& Pages() const {
+        static const PageTable kNone;
+        return pages_ ? *pages_ : kNone;
+    }
+    // The table of pages, this column's own, before a write.
+    PageTable& OwnPages() {
+        if (!pages_)
+            pages_ = std::make_shared<PageTable>(PageCount(size_));
+        else if (pages_.use_count() > 1)
+            pages_ = std::make_shared<PageTable>(*pages_);
+        return *pages_;
+    }
     // Makes a page shared with a copy this column's own before a write.
     static void Own(std::shared_ptr<Page>& slot) {
         if (slot.use_count() > 1) slot = std::make_shared<Page>(*slot);
@@ -184,11 +201,12 @@ class PagedColumn {
     // True when some row in low..high holds something.
     bool AnyIn(std::size_t low, std::size_t high) const {
         for (std::size_t p = low >> kPageShift; p <= (high >> kPageShift); ++p)
-            if (pages_[p]) return true;
+            if (Pages()[p]) return true;
         return false;
     }
 
-    std::vector<std::shared_ptr<Page>> pages_;
+    // Never null but in a column moved from, which reads as empty.
+    std::shared_ptr<PageTable> pages_ = std::make_shared<PageTable>();
     std::size_t size_ = 0;
 };
 
