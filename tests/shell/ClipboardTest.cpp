@@ -67,7 +67,10 @@ constexpr const char* kEventsFormat = "Events and sample size in each group";
 class ClipboardTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        const std::string path = ::testing::TempDir() + "ClipboardTest.trials.csv";
+        // A file of each test's own: ctest runs the tests side by side.
+        const std::string path = ::testing::TempDir() + "ClipboardTest." +
+                                 ::testing::UnitTest::GetInstance()->current_test_info()->name() +
+                                 ".csv";
         std::ofstream(path) << "Study name,Group-A Events,Group-A Total N,Group-B Events,"
                                "Group-B Total N\n"
                                "Aronson,4,123,11,139\n"
